@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+
+// A data set: a table of the repository with its current selection and
+// current record, or the result of a query. A query result is read either by
+// position (First/FieldValue/Next/Eof) or, standing in for the table it
+// queried, through the data-access object's GetFieldValue and NextRecord.
+class TQXDataSet {
+public:
+    virtual ~TQXDataSet() = default;
+
+    virtual QString TableName() const = 0;
+
+    virtual void First() = 0;
+    virtual void Next() = 0;
+    virtual bool Eof() const = 0;
+    virtual int FieldCount() const = 0;
+    virtual QVariant FieldValue(int position) const = 0;
+    virtual void Close() = 0;
+};
+
+// One column of a table, as handed out by GetFieldRef.
+struct TQXField {
+    TQXDataSet* DataSet = nullptr;
+    QString Name;
+    int Position = -1; // position in the owning data set's records
+};
+
+using TQXTableRef = TQXDataSet*;
+using TQXFieldRef = const TQXField*;
+
+// The host's data-access object: one per repository connection, owned by the
+// host. Each table reference has exactly one current selection and one
+// current record, shared by every caller. Every operation may throw EQXError
+// with the database's own message.
+class TQXDataAccessInterface {
+public:
+    virtual ~TQXDataAccessInterface() = default;
+
+    // Operations in slot order.
+    virtual void CloseTables(QObject* owner, bool flag) = 0;
+    virtual TQXTableRef GetTableRef(const QString& tableName) = 0;
+    virtual TQXFieldRef GetFieldRef(TQXTableRef table, const QString& columnName) = 0;
+    virtual QString GetFieldName(TQXTableRef table, TQXFieldRef field) = 0;
+    // Replaces the current selection; true when it holds at least one record.
+    virtual bool SelectRecords(TQXTableRef table, const QString& where) = 0;
+    virtual bool NextRecord(TQXTableRef table) = 0;
+    virtual void DeleteRecords(TQXTableRef table, const QString& where, int options) = 0;
+    virtual QVariant GetFieldValue(TQXTableRef table, TQXFieldRef field) = 0;
+    virtual void SetFieldValue(TQXTableRef table, TQXFieldRef field, const QVariant& value) = 0;
+    // Key fields joined by ";" ("QXFileID;QXObjectID"), one value per field.
+    virtual bool LocateRecord(TQXTableRef table, const QString& keyFields,
+                              const QVariantList& keyValues, int options) = 0;
+    virtual bool LocateNextRecord(TQXTableRef table, const QString& keyFields,
+                                  const QVariantList& keyValues, int options) = 0;
+    virtual void EndRefresh(bool flag1, bool flag2) = 0;
+    // Runs "SELECT ... WHERE " / where text / " ORDER BY ..." given as lines;
+    // the caller owns the result, positioned on its first row.
+    virtual std::unique_ptr<TQXDataSet> OpenQuery(QObject* owner, const QStringList& sql,
+                                                  int options) = 0;
+};
+
+// Variant conversions used when reading repository values. A value that is
+// not a number raises EQXError, as a failed conversion would.
+qint32 VariantToInt(const QVariant& value);
+QString VariantToText(const QVariant& value);

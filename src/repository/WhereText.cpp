@@ -1,0 +1,58 @@
+#include "repository/WhereText.h"
+
+#include <QStringList>
+
+namespace where {
+
+QString Number(qint32 value) {
+    return QString::number(value);
+}
+
+QString Quoted(const QString& value) {
+    QString escaped = value;
+    escaped.replace(QLatin1Char('\''), QLatin1String("''"));
+    return QLatin1Char('\'') + escaped + QLatin1Char('\'');
+}
+
+QString Keys(std::initializer_list<std::pair<const char*, qint32>> keys) {
+    QString text;
+    for (const auto& [column, value] : keys) {
+        if (!text.isEmpty())
+            text += QLatin1String(" AND ");
+        text += QLatin1String(column) + QLatin1String(" = ") + Number(value);
+    }
+    return text;
+}
+
+QString AndKey(const char* column, qint32 value) {
+    return QLatin1String(" AND ") + QLatin1String(column) + QLatin1String(" = ") + Number(value);
+}
+
+QString TextEquals(const char* column, const QString& value) {
+    return QLatin1String(column) + QLatin1String(" = ") + Quoted(value);
+}
+
+QString AndText(const char* column, const QString& value) {
+    return QLatin1String(" AND ") + TextEquals(column, value);
+}
+
+QString AndSub(const QString& condition) {
+    if (condition.isEmpty())
+        return {};
+    return QLatin1String(" AND (") + condition + QLatin1Char(')');
+}
+
+QString In(const char* column, const QList<qint32>& values, const QString& separator) {
+    QStringList numbers;
+    numbers.reserve(values.size());
+    for (qint32 value : values)
+        numbers << Number(value);
+    return QLatin1String(column) + QLatin1String(" IN (") + numbers.join(separator) +
+           QLatin1Char(')');
+}
+
+QString Upper(const QString& column) {
+    return QLatin1String("Upper(") + column + QLatin1Char(')');
+}
+
+} // namespace where

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "repository/DataAccessInterface.h"
+#include "sqlaccess/RepositoryConnection.h"
+
+#include <QHash>
+#include <QSqlDatabase>
+
+#include <memory>
+
+class SqlTable;
+
+// The data-access object over Qt SQL, for a SQLite file or a PostgreSQL
+// database. One object per repository connection; it owns one table data set
+// per table name, each with one current selection and one current record.
+//
+// Selections are read in record order (QXSeq) in batches, so selecting a
+// table of millions of rows costs one small query. LocateRecord searches the
+// current selection through an index of its key columns built on first use.
+class SqlDataAccess final : public TQXDataAccessInterface {
+public:
+    // Opens the repository (SQLite file path or PostgreSQL connection
+    // string); throws EQXError when it cannot be opened.
+    explicit SqlDataAccess(const QString& repository);
+    explicit SqlDataAccess(const RepositoryLocation& location);
+    ~SqlDataAccess() override;
+
+    SqlDataAccess(const SqlDataAccess&) = delete;
+    SqlDataAccess& operator=(const SqlDataAccess&) = delete;
+
+    void CloseTables(QObject* owner, bool flag) override;
+    TQXTableRef GetTableRef(const QString& tableName) override;
+    TQXFieldRef GetFieldRef(TQXTableRef table, const QString& columnName) override;
+    QString GetFieldName(TQXTableRef table, TQXFieldRef field) override;
+    bool SelectRecords(TQXTableRef table, const QString& where) override;
+    bool NextRecord(TQXTableRef table) override;
+    void DeleteRecords(TQXTableRef table, const QString& where, int options) override;
+    QVariant GetFieldValue(TQXTableRef table, TQXFieldRef field) override;
+    void SetFieldValue(TQXTableRef table, TQXFieldRef field, const QVariant& value) override;
+    bool LocateRecord(TQXTableRef table, const QString& keyFields, const QVariantList& keyValues,
+                      int options) override;
+    bool LocateNextRecord(TQXTableRef table, const QString& keyFields,
+                          const QVariantList& keyValues, int options) override;
+    void EndRefresh(bool flag1, bool flag2) override;
+    std::unique_ptr<TQXDataSet> OpenQuery(QObject* owner, const QStringList& sql,
+                                          int options) override;
+
+    const RepositoryLocation& Location() const { return FLocation; }
+    QSqlDatabase Database() const;
+
+    // Number of statements sent to the database so far; benchmarks report it.
+    qint64 RoundTrips() const { return FRoundTrips; }
+
+private:
+    friend class SqlTable;
+    SqlTable& TableOf(TQXTableRef table) const;
+
+    RepositoryLocation FLocation;
+    QString FConnectionName;
+    QHash<QString, std::shared_ptr<SqlTable>> FTables; // by upper-case table name
+    qint64 FRoundTrips = 0;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+#include <functional>
+
+// Running one statement against the repository: every failure becomes an
+// EQXError carrying the database's own message, and every statement counts
+// as one round trip.
+class SqlStatement {
+public:
+    SqlStatement(const QSqlDatabase& db, qint64& roundTrips);
+
+    // Executes a statement and reads every row it returns.
+    QVector<QVector<QVariant>> ReadAll(const QString& sql);
+    // Executes a statement and hands each row to the visitor until it
+    // answers false; for reads too large to hold at once.
+    void ForEachRow(const QString& sql, const std::function<bool(const QSqlQuery&)>& visit);
+    // Executes a statement with positional bind values; returns rows affected.
+    int Execute(const QString& sql, const QVariantList& values = {});
+
+    // Column names of the last statement read.
+    const QStringList& Columns() const { return FColumns; }
+
+private:
+    QSqlQuery Run(const QString& sql, const QVariantList& values);
+
+    QSqlDatabase FDb;
+    qint64& FRoundTrips;
+    QStringList FColumns;
+};
+
+// A key value written into SQL text: numbers in decimal, text in quotes.
+QString SqlLiteral(const QVariant& value);

@@ -1,0 +1,280 @@
+#include "sqlaccess/SqlTable.h"
+
+#include "repository/Errors.h"
+#include "sqlaccess/SqlStatement.h"
+
+#include <QSqlQuery>
+
+#include <algorithm>
+
+namespace {
+// Batches grow so that a lookup of one record costs a tiny read and a walk
+// over millions of records needs few round trips.
+constexpr int FirstBatch = 16;
+constexpr int LargestBatch = 4096;
+// Lookups answered by the database before the selection gets an index.
+constexpr int DirectLookups = 24;
+// Selections larger than this are never indexed; lookups stay in the database.
+constexpr qsizetype LargestIndex = 2'000'000;
+
+const QString SeqColumn = QStringLiteral("QXSeq");
+} // namespace
+
+SqlTable::SqlTable(QSqlDatabase db, qint64& roundTrips, const QString& name,
+                   const QStringList& columns)
+    : FDb(std::move(db)), FRoundTrips(roundTrips), FName(name), FColumns(columns) {
+    FSeqPosition = PositionOf(SeqColumn);
+    if (FSeqPosition < 0)
+        throw EQXError(QStringLiteral("Table %1 has no QXSeq column; it was not created with "
+                                      "the Korvane repository schema")
+                           .arg(FName));
+}
+
+int SqlTable::PositionOf(const QString& columnName) const {
+    for (int i = 0; i < FColumns.size(); ++i)
+        if (FColumns[i].compare(columnName, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+TQXFieldRef SqlTable::Field(const QString& columnName) {
+    for (const TQXField& field : FFields)
+        if (field.Name.compare(columnName, Qt::CaseInsensitive) == 0)
+            return &field;
+    const int position = PositionOf(columnName);
+    if (position < 0)
+        throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(columnName, FName));
+    FFields.push_back(TQXField{this, columnName, position});
+    return &FFields.back();
+}
+
+QString SqlTable::SelectionCondition() const {
+    return FWhere.trimmed().isEmpty() ? QStringLiteral("1 = 1")
+                                      : QLatin1Char('(') + FWhere + QLatin1Char(')');
+}
+
+bool SqlTable::Select(const QString& where) {
+    Close();
+    FSelected = true;
+    FWhere = where;
+    FExhausted = false;
+    if (!FetchBatch())
+        return false;
+    FHasCurrent = true;
+    FCurrentSeq = FBatch[0][FSeqPosition].toLongLong();
+    return true;
+}
+
+// Reads the next batch of the selection after FLastSeq into FBatch; false
+// (and FBatch untouched) when the selection has no further record.
+bool SqlTable::FetchBatch() {
+    if (FExhausted)
+        return false;
+    FBatchSize = FBatchSize == 0 ? FirstBatch : std::min(FBatchSize * 4, LargestBatch);
+    QString condition = SelectionCondition();
+    if (FLastSeq > 0 || FHasCurrent)
+        condition += QStringLiteral(" AND QXSeq > ") + QString::number(FLastSeq);
+    SqlStatement statement(FDb, FRoundTrips);
+    auto rows =
+        statement.ReadAll(QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY QXSeq LIMIT %3")
+                              .arg(FName, condition)
+                              .arg(FBatchSize));
+    FExhausted = rows.size() < FBatchSize;
+    if (rows.isEmpty())
+        return false;
+    FLastSeq = rows.back()[FSeqPosition].toLongLong();
+    FBatch = std::move(rows);
+    FBatchPos = 0;
+    FCurrentIsLocated = false;
+    FLocatedRow.reset();
+    return true;
+}
+
+bool SqlTable::Advance() {
+    if (!FSelected || !FHasCurrent || FAtEnd)
+        return false;
+    if (FCurrentIsLocated) {
+        // Walk on from the located record.
+        FLastSeq = FCurrentSeq;
+        FExhausted = false;
+    } else if (FBatchPos + 1 < FBatch.size()) {
+        ++FBatchPos;
+        FCurrentSeq = FBatch[FBatchPos][FSeqPosition].toLongLong();
+        return true;
+    }
+    if (!FetchBatch()) {
+        FAtEnd = true; // the last record stays current
+        return false;
+    }
+    FCurrentSeq = FBatch[0][FSeqPosition].toLongLong();
+    return true;
+}
+
+void SqlTable::First() {
+    const QString where = FWhere;
+    Select(where);
+}
+
+void SqlTable::Close() {
+    FSelected = false;
+    FWhere.clear();
+    FBatch.clear();
+    FBatchPos = 0;
+    FBatchSize = 0;
+    FExhausted = true;
+    FLastSeq = 0;
+    FHasCurrent = false;
+    FAtEnd = false;
+    FCurrentSeq = 0;
+    FCurrentIsLocated = false;
+    FLocatedRow.reset();
+    FLocates.clear();
+}
+
+void SqlTable::ReleaseCaches() {
+    for (auto& [keys, state] : FLocates)
+        state.index.reset();
+}
+
+const QVector<QVariant>& SqlTable::CurrentRow() const {
+    if (!FHasCurrent)
+        throw EQXError(QStringLiteral("No current record in table ") + FName);
+    if (!FCurrentIsLocated)
+        return FBatch[FBatchPos];
+    if (!FLocatedRow) {
+        SqlStatement statement(FDb, FRoundTrips);
+        auto rows = statement.ReadAll(
+            QStringLiteral("SELECT * FROM %1 WHERE QXSeq = %2").arg(FName).arg(FCurrentSeq));
+        if (rows.isEmpty())
+            throw EQXError(
+                QStringLiteral("The current record of table %1 no longer exists").arg(FName));
+        FLocatedRow = std::move(rows.front());
+    }
+    return *FLocatedRow;
+}
+
+QVariant SqlTable::FieldValue(int position) const {
+    const QVector<QVariant>& row = CurrentRow();
+    if (position < 0 || position >= row.size())
+        throw EQXError(
+            QStringLiteral("Field index %1 out of range in table %2").arg(position).arg(FName));
+    return row[position];
+}
+
+QVariant SqlTable::ValueOf(const TQXField& field) const {
+    if (field.DataSet == this)
+        return FieldValue(field.Position);
+    const int position = PositionOf(field.Name);
+    if (position < 0)
+        throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(field.Name, FName));
+    return FieldValue(position);
+}
+
+void SqlTable::PositionOnSeq(qint64 seq, std::optional<QVector<QVariant>> row) {
+    FHasCurrent = true;
+    FAtEnd = false;
+    FCurrentIsLocated = true;
+    FCurrentSeq = seq;
+    FLocatedRow = std::move(row);
+}
+
+SqlTable::LocateState& SqlTable::StateFor(const QStringList& keys) {
+    return FLocates[keys.join(QLatin1Char(';')).toUpper()];
+}
+
+bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, bool next) {
+    QStringList keys;
+    for (const QString& key : keyFields.split(QLatin1Char(';'), Qt::SkipEmptyParts))
+        keys << key.trimmed();
+    if (keys.isEmpty() || keys.size() != keyValues.size())
+        throw EQXError(QStringLiteral("LocateRecord on %1: %2 key fields but %3 values")
+                           .arg(FName)
+                           .arg(keys.size())
+                           .arg(keyValues.size()));
+    for (const QString& key : keys)
+        if (PositionOf(key) < 0)
+            throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(key, FName));
+    if (!FSelected)
+        Select(QString());
+
+    LocateState& state = StateFor(keys);
+    if (!next)
+        ++state.lookups;
+    if (!state.index && !state.tooLarge && state.lookups > DirectLookups) {
+        auto index = std::make_unique<LocateIndex>();
+        QString columns = SeqColumn;
+        for (const QString& key : keys)
+            columns += QStringLiteral(", ") + key;
+        SqlStatement statement(FDb, FRoundTrips);
+        statement.ForEachRow(QStringLiteral("SELECT %1 FROM %2 WHERE %3 ORDER BY QXSeq")
+                                 .arg(columns, FName, SelectionCondition()),
+                             [&](const QSqlQuery& query) {
+                                 QVariantList values;
+                                 for (int i = 1; i <= keys.size(); ++i)
+                                     values << query.value(i);
+                                 index->Add(values, query.value(0).toLongLong());
+                                 return index->Size() <= LargestIndex;
+                             });
+        if (index->Size() > LargestIndex)
+            state.tooLarge = true;
+        else
+            state.index = std::move(index);
+    }
+    if (state.index)
+        return LocateThroughIndex(state, keyValues, next);
+    return LocateThroughDatabase(keys, keyValues, next && FHasCurrent ? FCurrentSeq : -1);
+}
+
+bool SqlTable::LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next) {
+    const QVector<qint64>& matches = state.index->Find(values);
+    auto found = matches.cbegin();
+    if (next && FHasCurrent)
+        found = std::upper_bound(matches.cbegin(), matches.cend(), FCurrentSeq);
+    if (found == matches.cend())
+        return false;
+    PositionOnSeq(*found, std::nullopt);
+    return true;
+}
+
+bool SqlTable::LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
+                                     qint64 after) {
+    QString condition = SelectionCondition();
+    for (int i = 0; i < keys.size(); ++i)
+        condition +=
+            QStringLiteral(" AND ") + keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
+    if (after >= 0)
+        condition += QStringLiteral(" AND QXSeq > ") + QString::number(after);
+    SqlStatement statement(FDb, FRoundTrips);
+    auto rows = statement.ReadAll(
+        QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY QXSeq LIMIT 1").arg(FName, condition));
+    if (rows.isEmpty())
+        return false;
+    const qint64 seq = rows.front()[FSeqPosition].toLongLong();
+    PositionOnSeq(seq, std::move(rows.front()));
+    return true;
+}
+
+void SqlTable::SetValue(const TQXField& field, const QVariant& value) {
+    CurrentRow(); // raises when there is no current record
+    const int position = field.DataSet == this ? field.Position : PositionOf(field.Name);
+    if (position < 0)
+        throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(field.Name, FName));
+    SqlStatement statement(FDb, FRoundTrips);
+    statement.Execute(
+        QStringLiteral("UPDATE %1 SET %2 = ? WHERE QXSeq = ?").arg(FName, FColumns[position]),
+        {value, FCurrentSeq});
+    if (FCurrentIsLocated) {
+        if (FLocatedRow)
+            (*FLocatedRow)[position] = value;
+    } else {
+        FBatch[FBatchPos][position] = value;
+    }
+    FLocates.clear(); // indexed key values may have changed
+}
+
+void SqlTable::Delete(const QString& where) {
+    SqlStatement statement(FDb, FRoundTrips);
+    statement.Execute(QStringLiteral("DELETE FROM ") + FName +
+                      (where.trimmed().isEmpty() ? QString() : QStringLiteral(" WHERE ") + where));
+    FLocates.clear();
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "repository/DataAccessInterface.h"
+#include "sqlaccess/LocateIndex.h"
+
+#include <QHash>
+#include <QSqlDatabase>
+#include <QStringList>
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+
+// What SqlDataAccess needs of any data set it hands out: values by field
+// name, and a step to the next record.
+class SqlDataSetBase : public TQXDataSet {
+public:
+    virtual QVariant ValueOf(const TQXField& field) const = 0;
+    virtual bool Advance() = 0;
+};
+
+// One repository table with its current selection and current record.
+//
+// The selection is read in record order (QXSeq) in batches that grow from a
+// few records to a few thousand, so a selection of millions of records is
+// never read at once. Locating by key columns asks the database for the first
+// few lookups of a selection and then builds an in-memory index of the
+// selection's keys, so that thousands of lookups cost microseconds each.
+class SqlTable final : public SqlDataSetBase {
+public:
+    SqlTable(QSqlDatabase db, qint64& roundTrips, const QString& name, const QStringList& columns);
+
+    QString TableName() const override { return FName; }
+    void First() override;
+    void Next() override { Advance(); }
+    bool Eof() const override { return !FHasCurrent || FAtEnd; }
+    int FieldCount() const override { return static_cast<int>(FColumns.size()); }
+    QVariant FieldValue(int position) const override;
+    void Close() override;
+
+    QVariant ValueOf(const TQXField& field) const override;
+    bool Advance() override;
+
+    TQXFieldRef Field(const QString& columnName);
+    bool Select(const QString& where);
+    bool Locate(const QString& keyFields, const QVariantList& keyValues, bool next);
+    void SetValue(const TQXField& field, const QVariant& value);
+    void Delete(const QString& where);
+    // Frees what can be rebuilt (locate indexes); the selection stays.
+    void ReleaseCaches();
+
+private:
+    struct LocateState {
+        int lookups = 0;
+        std::unique_ptr<LocateIndex> index; // built after a few lookups
+        bool tooLarge = false;              // selection too large to index
+    };
+
+    bool FetchBatch();
+    const QVector<QVariant>& CurrentRow() const;
+    LocateState& StateFor(const QStringList& keys);
+    bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values, qint64 after);
+    bool LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next);
+    QString SelectionCondition() const;
+    int PositionOf(const QString& columnName) const;
+    void PositionOnSeq(qint64 seq, std::optional<QVector<QVariant>> row);
+
+    QSqlDatabase FDb;
+    qint64& FRoundTrips;
+    QString FName;
+    QStringList FColumns;
+    int FSeqPosition = -1;
+    std::deque<TQXField> FFields; // stable addresses for field references
+
+    // Current selection.
+    bool FSelected = false;
+    QString FWhere;
+    QVector<QVector<QVariant>> FBatch;
+    int FBatchPos = 0;
+    int FBatchSize = 0;
+    bool FExhausted = true;
+    qint64 FLastSeq = 0;
+
+    // Current record: a row of the batch, or a located record read on demand.
+    bool FHasCurrent = false;
+    bool FAtEnd = false;
+    qint64 FCurrentSeq = 0;
+    mutable std::optional<QVector<QVariant>> FLocatedRow;
+    bool FCurrentIsLocated = false;
+
+    // Locate state per key column list, for the current selection.
+    std::map<QString, LocateState> FLocates;
+    QString FLastLocateKeys;
+    QString FLastLocateValues;
+    int FLastLocateMatch = -1;
+};

@@ -1,0 +1,336 @@
+// The data-access contract over both databases: selections and cursors,
+// locating within a selection, query results standing in for tables,
+// quoting, writes and errors.
+#include "repository/Errors.h"
+#include "repository/TableHandleSet.h"
+#include "repository/WhereText.h"
+#include "sqlaccess/SqlDataAccess.h"
+#include "support/TestRepository.h"
+
+#include <QSqlQuery>
+#include <QtTest>
+
+#include <memory>
+
+using Backend = TestRepository::Backend;
+
+class TestSqlDataAccess : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<TestRepository> FRepo;
+    std::unique_ptr<SqlDataAccess> FAccess;
+
+    // Opens a fresh repository on the backend of the current data row; false
+    // when that backend is not available here.
+    bool Open() {
+        QFETCH_GLOBAL(int, backend);
+        if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
+            return false;
+        FAccess.reset();
+        FRepo = std::make_unique<TestRepository>(Backend(backend));
+        return true;
+    }
+    SqlDataAccess& Access() {
+        if (!FAccess)
+            FAccess = std::make_unique<SqlDataAccess>(FRepo->Location());
+        return *FAccess;
+    }
+    TQXTableRef Table(const char* name) { return Access().GetTableRef(QLatin1String(name)); }
+    TQXFieldRef Field(const char* table, const char* column) {
+        return Access().GetFieldRef(Table(table), QLatin1String(column));
+    }
+    int Int(const char* table, const char* column) {
+        return VariantToInt(Access().GetFieldValue(Table(table), Field(table, column)));
+    }
+    QString Text(const char* table, const char* column) {
+        return VariantToText(Access().GetFieldValue(Table(table), Field(table, column)));
+    }
+    QList<int> Walk(const char* table, const char* column, const QString& where) {
+        QList<int> seen;
+        if (!Access().SelectRecords(Table(table), where))
+            return seen;
+        do
+            seen << Int(table, column);
+        while (Access().NextRecord(Table(table)));
+        return seen;
+    }
+    // Files 1..n, in a load order that differs from id order; system 1 for
+    // odd ids, 2 for even ones.
+    void InsertFiles(int n) {
+        for (int i = n; i >= 1; --i)
+            FRepo->Insert("QXFILE", {{"QXFileID", i},
+                                     {"QXSystemID", i % 2 == 1 ? 1 : 2},
+                                     {"QXFileName", QStringLiteral("F%1.CBL").arg(i)}});
+    }
+
+private slots:
+    void initTestCase_data() {
+        QTest::addColumn<int>("backend");
+        QTest::newRow("sqlite") << int(Backend::SQLite);
+        QTest::newRow("postgresql") << int(Backend::PostgreSQL);
+    }
+    void cleanup() {
+        FAccess.reset();
+        FRepo.reset();
+    }
+
+    void bindsEveryReferenceOfTheHandleSet() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        TQXTableHandleSet handles;
+        AssignDBPointers(Access(), handles);
+        QCOMPARE(handles.BoundCount(), 74);
+        QCOMPARE(handles.Table(qx::Table::QXOBJECT)->TableName(), QStringLiteral("QXOBJECT"));
+        QCOMPARE(Access().GetFieldName(handles.Table(qx::Table::QXWORD),
+                                       handles.Field(qx::Table::QXWORD, qx::QXWORD::QXWordType)),
+                 QStringLiteral("QXWordType"));
+    }
+
+    void selectionsWalkInRecordOrderAcrossBatches() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        InsertFiles(300);
+        QList<int> expected;
+        for (int i = 300; i >= 1; --i)
+            expected << i;
+        QCOMPARE(Walk("QXFILE", "QXFileID", QString()), expected);
+        // A where text with an alternative keeps its meaning inside the selection.
+        QCOMPARE(Walk("QXFILE", "QXFileID", QStringLiteral("QXFileID = 3 OR QXFileID = 250")),
+                 (QList<int>{250, 3}));
+        // After the end the last record stays current and NextRecord keeps answering false.
+        QVERIFY(!Access().NextRecord(Table("QXFILE")));
+        QCOMPARE(Int("QXFILE", "QXFileID"), 3);
+        // An empty table answers false, and reading it fails rather than inventing a value.
+        QVERIFY(!Access().SelectRecords(Table("QXROW"), QString()));
+        QVERIFY_THROWS_EXCEPTION(EQXError, Int("QXROW", "QXRowID"));
+    }
+
+    void oneSelectionPerTableReference() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        InsertFiles(10);
+        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 1}, {"QXAttributeType", 1}});
+        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 2}, {"QXAttributeType", 1}});
+        QCOMPARE(Table("QXFILE"), Access().GetTableRef(QStringLiteral("qxfile")));
+        // An outer loop over one table keeps its place while another table is selected.
+        QList<int> seen;
+        QVERIFY(Access().SelectRecords(Table("QXATTRIBUTE"), QString()));
+        do {
+            seen << Int("QXATTRIBUTE", "QXAttributeID");
+            QVERIFY(Access().SelectRecords(Table("QXFILE"), QStringLiteral("QXSystemID = ") +
+                                                                where::Number(seen.last())));
+        } while (Access().NextRecord(Table("QXATTRIBUTE")));
+        QCOMPARE(seen, (QList<int>{1, 2}));
+        // A second selection on the same reference replaces the first for every caller.
+        QVERIFY(Access().SelectRecords(Table("QXFILE"), QStringLiteral("QXFileID = 4")));
+        QCOMPARE(Int("QXFILE", "QXSystemID"), 2);
+        QVERIFY(!Access().NextRecord(Table("QXFILE")));
+    }
+
+    void locateSearchesOnlyTheCurrentSelection() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        InsertFiles(60);
+        for (int o = 1; o <= 3; ++o)
+            FRepo->Insert("QXOBJECT", {{"QXFileID", 7}, {"QXObjectID", o}, {"QXIcon", 20 + o}});
+        auto* file = Table("QXFILE");
+        QVERIFY(Access().SelectRecords(file, QStringLiteral("QXSystemID = 1")));
+        // Enough lookups that later ones go through the selection's index:
+        // the answers must not change when that happens.
+        for (int round = 0; round < 3; ++round) {
+            for (int id = 1; id <= 60; ++id) {
+                const bool found = Access().LocateRecord(file, QStringLiteral("QXFileID"), {id}, 1);
+                QCOMPARE(found, id % 2 == 1);
+                if (found)
+                    QCOMPARE(Text("QXFILE", "QXFileName"), QStringLiteral("F%1.CBL").arg(id));
+            }
+            QVERIFY(!Access().LocateRecord(file, QStringLiteral("QXSystemID"), {2}, 1));
+        }
+        // A failed locate leaves the current record where it was.
+        QVERIFY(Access().LocateRecord(file, QStringLiteral("QXFileID"), {9}, 1));
+        QVERIFY(!Access().LocateRecord(file, QStringLiteral("QXFileID"), {10}, 1));
+        QCOMPARE(Int("QXFILE", "QXFileID"), 9);
+        // The walk continues after the located record, in record order.
+        QVERIFY(Access().NextRecord(file));
+        QCOMPARE(Int("QXFILE", "QXFileID"), 7);
+
+        auto* object = Table("QXOBJECT");
+        QVERIFY(Access().SelectRecords(object, QString()));
+        QVERIFY(Access().LocateRecord(object, QStringLiteral("QXFileID;QXObjectID"), {7, 2}, 1));
+        QCOMPARE(Int("QXOBJECT", "QXIcon"), 22);
+        QVERIFY(!Access().LocateRecord(object, QStringLiteral("QXFileID;QXObjectID"), {2, 7}, 1));
+        QVERIFY_THROWS_EXCEPTION(
+            EQXError, Access().LocateRecord(object, QStringLiteral("QXFileID;QXObjectID"), {7}, 1));
+    }
+
+    void locateNextWalksRecordsWithTheSameKeys() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        InsertFiles(40); // 20 files of system 1, 20 of system 2
+        auto* file = Table("QXFILE");
+        for (int round = 0; round < 2; ++round) { // the second round runs through the index
+            QVERIFY(Access().SelectRecords(file, QStringLiteral("QXFileID > 30")));
+            QList<int> ids;
+            for (bool found = Access().LocateRecord(file, QStringLiteral("QXSystemID"), {2}, 1);
+                 found;
+                 found = Access().LocateNextRecord(file, QStringLiteral("QXSystemID"), {2}, 1))
+                ids << Int("QXFILE", "QXFileID");
+            QCOMPARE(ids, (QList<int>{40, 38, 36, 34, 32}));
+            for (int i = 0; i < 30; ++i)
+                Access().LocateRecord(file, QStringLiteral("QXSystemID"), {1}, 1);
+        }
+    }
+
+    void queryResultStandsInForItsTable() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        for (int row = 3; row >= 1; --row)
+            FRepo->Insert("QXDEPENDENCIES", {{"QXFileID", 9},
+                                             {"QXObjectID", row},
+                                             {"QXInheritsFileID", -1},
+                                             {"QXFromFileID", 1},
+                                             {"QXFromObjectID", 1},
+                                             {"QXFromRowID", row}});
+        FRepo->Insert("QXDEPENDENCIES", {{"QXFileID", 8}, {"QXFromFileID", 2}});
+        const QStringList sql{
+            QStringLiteral("SELECT QXFileID, QXObjectID, QXEntryID, QXInheritsFileID, "
+                           "QXInheritsObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, "
+                           "QXFromRowID, QXFromWordID FROM QXDEPENDENCIES WHERE "),
+            QStringLiteral("QXFromFileID = 1"),
+            QStringLiteral(" ORDER BY QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID, "
+                           "QXFromWordID")};
+        auto query = Access().OpenQuery(this, sql, 0);
+        TQXTableHandleSet handles;
+        AssignDBPointers(Access(), handles);
+        auto field = [&](int column) { return handles.Field(qx::Table::QXDEPENDENCIES, column); };
+        QList<int> rows;
+        do {
+            QCOMPARE(VariantToInt(
+                         Access().GetFieldValue(query.get(), field(qx::QXDEPENDENCIES::QXFileID))),
+                     9);
+            QCOMPARE(VariantToInt(Access().GetFieldValue(
+                         query.get(), field(qx::QXDEPENDENCIES::QXInheritsFileID))),
+                     -1);
+            rows << VariantToInt(
+                Access().GetFieldValue(query.get(), field(qx::QXDEPENDENCIES::QXFromRowID)));
+        } while (Access().NextRecord(query.get()));
+        QCOMPARE(rows, (QList<int>{1, 2, 3}));
+        // Read directly, by position in the select list.
+        query->First();
+        QCOMPARE(query->FieldValue(8).toInt(), 1);
+        QCOMPARE(query->FieldCount(), 10);
+        int count = 0;
+        for (query->First(); !query->Eof(); query->Next())
+            ++count;
+        QCOMPARE(count, 3);
+    }
+
+    void textValuesCannotEndTheirLiteral() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        const QString hostile = QStringLiteral("O'BRIEN'); DELETE FROM QXOBJECT; --");
+        FRepo->Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 1}, {"QXObjectName", hostile}});
+        FRepo->Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 2}, {"QXObjectName", "O"}});
+        QCOMPARE(where::TextEquals("QXObjectName", hostile),
+                 QStringLiteral("QXObjectName = 'O''BRIEN''); DELETE FROM QXOBJECT; --'"));
+        QCOMPARE(Walk("QXOBJECT", "QXObjectID", where::TextEquals("QXObjectName", hostile)),
+                 (QList<int>{1}));
+        QCOMPARE(FRepo->Count(QStringLiteral("QXOBJECT")), 2);
+    }
+
+    void whereTextsMeanTheSameOnBothDatabases() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        FRepo->Insert("QXOBJECT",
+                      {{"QXFileID", 1}, {"QXObjectID", 1}, {"QXObjectName", "PAYCALC"}});
+        FRepo->Insert("QXOBJECT",
+                      {{"QXFileID", 1}, {"QXObjectID", 2}, {"QXObjectName", "paycalc2"}});
+        FRepo->Insert("QXOBJECT", {{"QXFileID", 2}, {"QXObjectID", -3}, {"QXObjectName", "X"}});
+        QCOMPARE(Walk("QXOBJECT", "QXObjectID", QStringLiteral("QXObjectName LIKE 'PAY%'")),
+                 (QList<int>{1}));
+        QCOMPARE(
+            Walk("QXOBJECT", "QXObjectID",
+                 where::Upper(QStringLiteral("QXObjectName")) + QStringLiteral(" LIKE 'PAY%'")),
+            (QList<int>{1, 2}));
+        // Mixed-case identifiers, negative ids and IN lists.
+        QCOMPARE(Walk("QXOBJECT", "QXObjectID", where::Keys({{"QXFileID", 2}, {"QXObjectId", -3}})),
+                 (QList<int>{-3}));
+        QCOMPARE(
+            Walk("QXOBJECT", "QXObjectID", where::In("QXObjectID", {2, -3}, QStringLiteral(", "))),
+            (QList<int>{2, -3}));
+    }
+
+    void writesGoThroughToTheDatabase() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 5}, {"QXAttributeName", "CICS@PROD"}});
+        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 6}, {"QXAttributeName", "BATCH"}});
+        auto* attribute = Table("QXATTRIBUTE");
+        QVERIFY(Access().SelectRecords(attribute, QStringLiteral("QXAttributeID = 5")));
+        Access().SetFieldValue(attribute, Field("QXATTRIBUTE", "QXAttributeName"),
+                               QStringLiteral("IMS@TEST"));
+        Access().SetFieldValue(attribute, Field("QXATTRIBUTE", "QXIcon"), 4);
+        QCOMPARE(Text("QXATTRIBUTE", "QXAttributeName"), QStringLiteral("IMS@TEST"));
+        QCOMPARE(FRepo->Count(QStringLiteral("QXATTRIBUTE"),
+                              QStringLiteral("QXAttributeName = 'IMS@TEST' AND QXIcon = 4")),
+                 1);
+        Access().DeleteRecords(attribute, QStringLiteral("QXAttributeID = 6"), 0);
+        QCOMPARE(FRepo->Count(QStringLiteral("QXATTRIBUTE")), 1);
+        QVERIFY(!Access().LocateRecord(attribute, QStringLiteral("QXAttributeID"), {6}, 1));
+    }
+
+    void failuresCarryTheDatabasesMessage() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        InsertFiles(3);
+        auto expectError = [](auto&& call, const QString& part) {
+            try {
+                call();
+                QFAIL("no exception");
+            } catch (const EQXError& e) {
+                QVERIFY2(e.Message().contains(part, Qt::CaseInsensitive), qPrintable(e.Message()));
+            }
+        };
+        expectError(
+            [&] { Access().SelectRecords(Table("QXFILE"), QStringLiteral("QXNoSuch = 1")); },
+            QStringLiteral("QXNoSuch"));
+        expectError(
+            [&] { Access().SelectRecords(Table("QXFILE"), QStringLiteral("QXFileID = = 1")); },
+            QStringLiteral("syntax"));
+        expectError([&] { Table("QXMISSING"); }, QStringLiteral("QXMISSING"));
+        expectError([&] { Field("QXFILE", "QXNoColumn"); }, QStringLiteral("QXNoColumn"));
+        expectError(
+            [&] {
+                Access().OpenQuery(nullptr,
+                                   {QStringLiteral("SELECT nonsense FROM QXFILE WHERE "),
+                                    QStringLiteral("1 = 1"), QString()},
+                                   0);
+            },
+            QStringLiteral("nonsense"));
+        expectError([&] { SqlDataAccess missing(QStringLiteral("/nonexistent/estate.kvdb")); },
+                    QStringLiteral("not found"));
+    }
+
+    void aLostConnectionRaisesInsteadOfAnsweringEmpty() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        InsertFiles(3);
+        auto* file = Table("QXFILE");
+        QVERIFY(Access().SelectRecords(file, QString()));
+        QFETCH_GLOBAL(int, backend);
+        if (backend == int(Backend::PostgreSQL)) {
+            QSqlQuery pid(Access().Database());
+            QVERIFY(pid.exec(QStringLiteral("SELECT pg_backend_pid()")) && pid.next());
+            FRepo->Exec(
+                QStringLiteral("SELECT pg_terminate_backend(%1)").arg(pid.value(0).toInt()));
+        } else {
+            Access().Database().close();
+        }
+        QVERIFY_THROWS_EXCEPTION(EQXError,
+                                 Access().SelectRecords(file, QStringLiteral("QXFileID = 1")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSqlDataAccess)
+#include "tst_SqlDataAccess.moc"

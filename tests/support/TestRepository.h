@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+#include <QTemporaryDir>
+#include <QVariant>
+
+#include <initializer_list>
+#include <utility>
+
+// A throw-away repository for one test: a SQLite file in a temporary folder,
+// or a fresh schema in the PostgreSQL database named by KV_TEST_PG (libpq
+// keywords, e.g. "host=/tmp port=5499 dbname=korvane_test user=postgres").
+// Tables and indexes are created empty; tests insert what they need.
+class TestRepository {
+public:
+    enum class Backend { SQLite, PostgreSQL };
+
+    static bool PostgreSQLAvailable();
+    static QString BackendName(Backend backend);
+
+    explicit TestRepository(Backend backend = Backend::SQLite);
+    ~TestRepository();
+    TestRepository(const TestRepository&) = delete;
+    TestRepository& operator=(const TestRepository&) = delete;
+
+    // The text to open this repository with (file path or connection string).
+    const QString& Location() const { return FLocation; }
+    QSqlDatabase Db() const;
+
+    void Insert(const char* table, std::initializer_list<std::pair<const char*, QVariant>> values);
+    void Exec(const QString& sql);
+    int Count(const QString& table, const QString& where = QString());
+
+private:
+    Backend FBackend;
+    QTemporaryDir FDir;
+    QString FConnectionName;
+    QString FSchema;
+    QString FLocation;
+};
