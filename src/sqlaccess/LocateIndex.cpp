@@ -3,29 +3,65 @@
 namespace {
 const QChar KeySeparator(0x1f);
 
-QString KeyText(const QVariant& value) {
-    if (value.typeId() == QMetaType::Bool)
-        return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
-    return value.toString();
+// Integers, and texts that are an integer written plainly ("7", "-3"), so
+// that a key compares equal whichever of the two forms either side uses.
+bool ToInteger(const QVariant& value, qint64& number) {
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+    case QMetaType::UInt:
+    case QMetaType::UShort:
+        number = value.toLongLong();
+        return true;
+    case QMetaType::QString: {
+        bool ok = false;
+        const QString text = value.toString();
+        number = text.toLongLong(&ok);
+        return ok && QString::number(number) == text;
+    }
+    default:
+        return false;
+    }
 }
 } // namespace
 
-QString LocateIndex::KeyOf(const QVariantList& values) {
+bool LocateIndex::ToNumberKey(const QVariantList& values, NumberKey& key) {
+    if (values.size() > static_cast<qsizetype>(key.values.size()))
+        return false;
+    for (qsizetype i = 0; i < values.size(); ++i) {
+        if (!ToInteger(values[i], key.values[i]))
+            return false;
+    }
+    return true;
+}
+
+QString LocateIndex::ToTextKey(const QVariantList& values) {
     QString key;
     for (const QVariant& value : values) {
-        key += KeyText(value);
+        key += value.typeId() == QMetaType::Bool ? QString::number(value.toBool() ? 1 : 0)
+                                                 : value.toString();
         key += KeySeparator;
     }
     return key;
 }
 
 void LocateIndex::Add(const QVariantList& keyValues, qint64 seq) {
-    FPositions[KeyOf(keyValues)].push_back(seq);
+    NumberKey number;
+    if (ToNumberKey(keyValues, number))
+        FByNumber[number].push_back(seq);
+    else
+        FByText[ToTextKey(keyValues)].push_back(seq);
     ++FSize;
 }
 
 const QVector<qint64>& LocateIndex::Find(const QVariantList& keyValues) const {
     static const QVector<qint64> none;
-    const auto it = FPositions.constFind(KeyOf(keyValues));
-    return it == FPositions.cend() ? none : it.value();
+    NumberKey number;
+    if (ToNumberKey(keyValues, number)) {
+        const auto it = FByNumber.constFind(number);
+        return it == FByNumber.cend() ? none : it.value();
+    }
+    const auto it = FByText.constFind(ToTextKey(keyValues));
+    return it == FByText.cend() ? none : it.value();
 }

@@ -5,9 +5,12 @@
 #include <QVariant>
 #include <QVector>
 
+#include <array>
+
 // Positions (QXSeq) of the records of one selection, by the values of some
-// key columns, in record order. Keys are compared as text so that a number
-// handed in as 7 finds the record whose column reads 7.
+// key columns, in record order. Identifier keys (up to four columns of
+// integers, or of texts that are plain integers) are hashed as numbers; any
+// other key is compared as text.
 class LocateIndex {
 public:
     void Add(const QVariantList& keyValues, qint64 seq);
@@ -15,9 +18,18 @@ public:
     const QVector<qint64>& Find(const QVariantList& keyValues) const;
     qsizetype Size() const { return FSize; }
 
-    static QString KeyOf(const QVariantList& values);
-
 private:
-    QHash<QString, QVector<qint64>> FPositions;
+    struct NumberKey {
+        std::array<qint64, 4> values{};
+        bool operator==(const NumberKey&) const = default;
+    };
+    friend size_t qHash(const NumberKey& key, size_t seed) {
+        return qHashRange(key.values.begin(), key.values.end(), seed);
+    }
+    static bool ToNumberKey(const QVariantList& values, NumberKey& key);
+    static QString ToTextKey(const QVariantList& values);
+
+    QHash<NumberKey, QVector<qint64>> FByNumber;
+    QHash<QString, QVector<qint64>> FByText;
     qsizetype FSize = 0;
 };
