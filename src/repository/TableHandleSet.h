@@ -13,6 +13,9 @@ public:
     TQXTableRef Table(qx::Table table) const { return FTables[Index(table)]; }
     TQXFieldRef Field(qx::Table table, int column) const { return FFields[Index(table)][column]; }
 
+    // Replaces one table reference, as after a query stood in for the table.
+    void RebindTable(qx::Table table, TQXTableRef ref) { FTables[Index(table)] = ref; }
+
     // Number of references bound so far (74 when complete).
     int BoundCount() const;
     void Clear();

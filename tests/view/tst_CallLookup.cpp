@@ -1,0 +1,175 @@
+// Call lookup on a purpose-built estate: which calls are kept for each kind
+// of item in both directions, their order, and how failures are reported.
+#include "repository/Errors.h"
+#include "sqlaccess/SqlDataAccess.h"
+#include "support/TestRepository.h"
+#include "view/CallLookup.h"
+
+#include <QtTest>
+
+namespace {
+
+// File 1 (system 1): PAYCALC (object 1, entries 1 MAIN and 2 CALC) and
+// RATES (object 2, entry 1). File 2 (system 1): ACCTUPD (object 1, icon
+// 52) and AUDIT (object 2). File 3 (system 2, computer 5, application 6):
+// CUSTMAINT (object 1). File 4: system 3 only. File 9 is a package file
+// (package 70); package 80 has members (1,1) and (1,2).
+void BuildEstate(TestRepository& repo) {
+    repo.Insert("QXFILE", {{"QXFileID", 1}, {"QXSystemID", 1}});
+    repo.Insert("QXFILE", {{"QXFileID", 2}, {"QXSystemID", 1}});
+    repo.Insert("QXFILE",
+                {{"QXFileID", 3}, {"QXSystemID", 2}, {"QXComputerID", 5}, {"QXApplicationID", 6}});
+    repo.Insert("QXFILE", {{"QXFileID", 4}, {"QXSystemID", 3}});
+    repo.Insert("QXFILE", {{"QXFileID", 9}});
+    repo.Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 1}, {"QXIcon", 20}});
+    repo.Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 2}, {"QXIcon", 20}});
+    repo.Insert("QXOBJECT", {{"QXFileID", 2}, {"QXObjectID", 1}, {"QXIcon", 52}});
+    repo.Insert("QXOBJECT", {{"QXFileID", 2}, {"QXObjectID", 2}, {"QXIcon", 20}});
+    repo.Insert("QXOBJECT", {{"QXFileID", 3}, {"QXObjectID", 1}, {"QXIcon", 20}});
+    repo.Insert("QXPACKAGE", {{"QXFileID", 9}, {"QXPackageID", 70}, {"QXObjectFileID", 9}});
+    repo.Insert("QXPACKAGE", {{"QXFileID", 9}, {"QXPackageID", 70}, {"QXObjectFileID", 1}});
+    repo.Insert("QXPACKAGE",
+                {{"QXFileID", 5}, {"QXPackageID", 80}, {"QXObjectFileID", 1}, {"QXObjectID", 1}});
+    repo.Insert("QXPACKAGE",
+                {{"QXFileID", 5}, {"QXPackageID", 80}, {"QXObjectFileID", 1}, {"QXObjectID", 2}});
+    // Calls, loaded out of calling order: (target file, object, entry) from
+    // (file, object, entry, row), inherits file.
+    auto call = [&](int f, int o, int e, int ff, int fo, int fe, int fr, int inherits = 0) {
+        repo.Insert("QXDEPENDENCIES", {{"QXFileID", f},
+                                       {"QXObjectID", o},
+                                       {"QXEntryID", e},
+                                       {"QXInheritsFileID", inherits},
+                                       {"QXInheritsObjectID", inherits > 0 ? 4 : 0},
+                                       {"QXFromFileID", ff},
+                                       {"QXFromObjectID", fo},
+                                       {"QXFromEntryID", fe},
+                                       {"QXFromRowID", fr}});
+    };
+    call(2, 2, 0, 1, 1, 2, 30);     // PAYCALC.CALC -> AUDIT (whole object, icon 20)
+    call(2, 1, 0, 1, 1, 1, 20);     // PAYCALC.MAIN -> ACCTUPD (whole object, icon 52)
+    call(1, 1, 2, 1, 1, 1, 10);     // PAYCALC.MAIN -> own entry CALC
+    call(3, 1, 1, 1, 1, 1, 15, -1); // PAYCALC.MAIN -> CUSTMAINT entry, uncertain
+    call(8, 8, 0, 1, 1, 2, 40);     // PAYCALC.CALC -> object missing from the repository
+    call(1, 1, 2, 1, 1, 2, 35);     // PAYCALC.CALC -> itself (recursion)
+    call(1, 2, 1, 1, 1, 1, 25, 6);  // PAYCALC.MAIN -> RATES, through inheritance
+    call(3, 1, 0, 9, 0, 0, 1);      // package file 9 -> CUSTMAINT
+    call(9, 0, 0, 9, 0, 0, 2);      // package file 9 -> itself
+    call(1, 1, 1, 3, 1, 1, 5);      // CUSTMAINT -> PAYCALC.MAIN
+    call(4, 1, 0, 2, 2, 0, 50);     // AUDIT -> file 4 (system 3, no computer)
+}
+
+QList<int> FromRows(const TDependencies& list) {
+    QList<int> rows;
+    for (const TDependency& d : list)
+        rows << d.FromRowID;
+    return rows;
+}
+
+} // namespace
+
+class TestCallLookup : public QObject {
+    Q_OBJECT
+
+    TestRepository FRepo;
+    std::unique_ptr<SqlDataAccess> FAccess;
+    TQXTableHandleSet FTables;
+    std::unique_ptr<TQXCallLookup> FLookup;
+    TDependencies FList;
+
+    QList<int> Rows(const TQXItem& item, int direction, bool option = false) {
+        FLookup->GetDependencies(item, direction, false, option, FList);
+        return FromRows(FList);
+    }
+
+private slots:
+    void initTestCase() {
+        BuildEstate(FRepo);
+        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
+        AssignDBPointers(*FAccess, FTables);
+        FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables, this);
+    }
+
+    void anObjectsCallsInCallingOrder() {
+        const TQXItem paycalc(1, 0, 0, 0, 0, 1, 0, 0, 0);
+        QCOMPARE(Rows(paycalc, 0), (QList<int>{15, 20, 25, 30, 40}));
+        const TDependency inherited = FList[2];
+        QCOMPARE(inherited.FileID, 1);
+        QCOMPARE(inherited.ObjectID, 2);
+        QCOMPARE(inherited.EntryID, 1);
+        QCOMPARE(inherited.InheritsFileID, 6);
+        QCOMPARE(inherited.InheritsObjectID, 4);
+        QCOMPARE(inherited.FromFileID, 1);
+        QCOMPARE(FList[0].InheritsFileID, -1);
+        // Calls into its own entries only with the option box checked.
+        QCOMPARE(Rows(paycalc, 0, true), (QList<int>{10, 15, 20, 25, 30, 35, 40}));
+        // BottomUp drops internal calls whatever the option box says.
+        QCOMPARE(Rows(paycalc, 1, true), (QList<int>{5}));
+        QCOMPARE(FList[0].FileID, 3);
+        QCOMPARE(FList[0].EntryID, 1);
+    }
+
+    void anEntryKeepsWholeObjectCallsOnlyForIcon52OrMissingObjects() {
+        const TQXItem calc(1, 0, 0, 0, 0, 1, 2, 0, 0);
+        QCOMPARE(Rows(calc, 0), (QList<int>{35, 40})); // AUDIT (icon 20) left out
+        const TQXItem main(1, 0, 0, 0, 0, 1, 1, 0, 0);
+        QCOMPARE(Rows(main, 0), (QList<int>{10, 15, 20, 25}));
+        // BottomUp on an entry drops its recursive calls to itself.
+        QCOMPARE(Rows(calc, 1), (QList<int>{10}));
+        // A line of code looks up its own calls only.
+        const TQXItem line(1, 0, 0, 0, 0, 1, 1, 20, 0);
+        QCOMPARE(Rows(line, 0), (QList<int>{20}));
+    }
+
+    void groupingsLeaveOutCallsWithinTheirOwnFiles() {
+        const TQXItem system1(0, 1, 0, 0, 0, 0, 0, 0, 0);
+        // PAYCALC -> CUSTMAINT leaves system 1 and the missing file 8 is no
+        // file of it; file 4 has another system but shares the item's
+        // computer id 0, so AUDIT's call to it counts as staying inside.
+        QCOMPARE(Rows(system1, 0), (QList<int>{15, 40}));
+        QCOMPARE(Rows(system1, 1), (QList<int>{5}));
+        const TQXItem noFiles(0, 77, 0, 0, 0, 0, 0, 0, 0);
+        QVERIFY(!FLookup->GetDependencies(noFiles, 0, false, false, FList));
+        QVERIFY(FList.empty());
+    }
+
+    void packages() {
+        // A package that is a file of its own: one source, calls into itself left out.
+        const TQXItem packageFile(9, 0, 0, 0, 70, 0, 0, 0, 0);
+        QCOMPARE(Rows(packageFile, 0), (QList<int>{1}));
+        QCOMPARE(FList[0].PackageFileID, 3);
+        // Members: calls between members left out; calls of both members follow each other.
+        const TQXItem members(5, 0, 0, 0, 80, 0, 0, 0, 0);
+        QCOMPARE(Rows(members, 0), (QList<int>{15, 20, 30, 40}));
+        QCOMPARE(FList[0].PackageFileID, 0);
+        QCOMPARE(Rows(members, 1), (QList<int>{5}));
+        const TQXItem unknownPackage(5, 0, 0, 0, 81, 0, 0, 0, 0);
+        QVERIFY(!FLookup->GetDependencies(unknownPackage, 0, false, false, FList));
+    }
+
+    void stopAtFirstKeepsExactlyOne() {
+        const TQXItem paycalc(1, 0, 0, 0, 0, 1, 0, 0, 0);
+        QVERIFY(FLookup->GetDependencies(paycalc, 0, true, false, FList));
+        QCOMPARE(FromRows(FList), (QList<int>{15}));
+        const TQXItem members(5, 0, 0, 0, 80, 0, 0, 0, 0);
+        QVERIFY(FLookup->GetDependencies(members, 0, true, false, FList));
+        QCOMPARE(FList.size(), size_t(1));
+        const TQXItem rates(1, 0, 0, 0, 0, 2, 0, 0, 0); // calls nothing
+        QVERIFY(!FLookup->GetDependencies(rates, 0, true, false, FList));
+        QVERIFY(FList.empty());
+    }
+
+    void failuresAreWrappedWithTheOperationsName() {
+        TQXTableHandleSet unbound;
+        TQXCallLookup lookup(*FAccess, unbound, this);
+        try {
+            lookup.GetDependencies(TQXItem(1, 0, 0, 0, 0, 1, 0, 0, 0), 1, false, false, FList);
+            QFAIL("no exception");
+        } catch (const EQXError& e) {
+            QVERIFY2(e.Message().startsWith("TQXView.GetDependencies: "), qPrintable(e.Message()));
+            QVERIFY(e.Message().endsWith(QChar(13)));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCallLookup)
+#include "tst_CallLookup.moc"
