@@ -29,10 +29,17 @@ kv_ensure_packages() {
 }
 
 KV_BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql
-    libqt6svg6-dev libgl1-mesa-dev)
+    libqt6svg6-dev libgl1-mesa-dev fonts-dejavu-core)
+
+# CMake's automatic moc does not notice headers added since its last run;
+# dropping its stamps makes it look again (moc itself reruns only on change).
+kv_forget_moc_stamps() {
+    find "$KV_BUILD" -path '*_autogen/timestamp' -delete 2>/dev/null || true
+}
 
 kv_build() {
     kv_say "building in $KV_BUILD"
     cmake -S "$KV_ROOT" -B "$KV_BUILD" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-    cmake --build "$KV_BUILD" -j "$(nproc)"
+    kv_forget_moc_stamps
+    cmake --build "$KV_BUILD" -j "$(nproc)" "$@"
 }

@@ -21,12 +21,7 @@ struct TQXCallLookup::Call {
 
 TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
                              QObject* owner)
-    : FDataAccess(dataAccess), FTables(tables), FOwner(owner) {}
-
-qint32 TQXCallLookup::Int(qx::Table table, int column) {
-    return VariantToInt(
-        FDataAccess.GetFieldValue(FTables.Table(table), FTables.Field(table, column)));
-}
+    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables), FOwner(owner) {}
 
 TQXCallLookup::Call TQXCallLookup::ReadCall(TQXTableRef dataSet) {
     using namespace qx::QXDEPENDENCIES;
@@ -78,7 +73,7 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
         if (!FDataAccess.SelectRecords(file, condition))
             return false;
         do
-            sources.push_back(Source{Int(qx::Table::QXFILE, qx::QXFILE::QXFileID)});
+            sources.push_back(Source{FRecords.Int(qx::Table::QXFILE, qx::QXFILE::QXFileID)});
         while (FDataAccess.NextRecord(file));
         return true;
     }
@@ -87,15 +82,15 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
         TQXTableRef package = FTables.Table(qx::Table::QXPACKAGE);
         if (!FDataAccess.SelectRecords(package, where::Keys({{"QXPackageID", item.PackageID}})))
             return true;
-        const qint32 fileID = Int(qx::Table::QXPACKAGE, QXFileID);
-        if (Int(qx::Table::QXPACKAGE, QXObjectFileID) == fileID) {
-            sources.push_back(Source{fileID, Int(qx::Table::QXPACKAGE, QXPackageID)});
+        const qint32 fileID = FRecords.Int(qx::Table::QXPACKAGE, QXFileID);
+        if (FRecords.Int(qx::Table::QXPACKAGE, QXObjectFileID) == fileID) {
+            sources.push_back(Source{fileID, FRecords.Int(qx::Table::QXPACKAGE, QXPackageID)});
             return true;
         }
         do
-            sources.push_back(Source{Int(qx::Table::QXPACKAGE, QXObjectFileID),
-                                     Int(qx::Table::QXPACKAGE, QXPackageID),
-                                     Int(qx::Table::QXPACKAGE, QXObjectID)});
+            sources.push_back(Source{FRecords.Int(qx::Table::QXPACKAGE, QXObjectFileID),
+                                     FRecords.Int(qx::Table::QXPACKAGE, QXPackageID),
+                                     FRecords.Int(qx::Table::QXPACKAGE, QXObjectID)});
         while (FDataAccess.NextRecord(package));
         return true;
     }
@@ -108,28 +103,26 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
 // compared, also where the item holds 0). A missing file is not.
 bool TQXCallLookup::SameGrouping(qint32 fileID, const TQXItem& item) {
     using namespace qx::QXFILE;
-    if (!FDataAccess.SelectRecords(FTables.Table(qx::Table::QXFILE),
-                                   where::Keys({{"QXFileID", fileID}})))
+    if (!FRecords.Select(qx::Table::QXFILE, where::Keys({{"QXFileID", fileID}})))
         return false;
-    return Int(qx::Table::QXFILE, QXSystemID) == item.SystemID ||
-           Int(qx::Table::QXFILE, QXComputerID) == item.ComputerID ||
-           Int(qx::Table::QXFILE, QXApplicationID) == item.ApplicationID;
+    return FRecords.Int(qx::Table::QXFILE, QXSystemID) == item.SystemID ||
+           FRecords.Int(qx::Table::QXFILE, QXComputerID) == item.ComputerID ||
+           FRecords.Int(qx::Table::QXFILE, QXApplicationID) == item.ApplicationID;
 }
 
 bool TQXCallLookup::InSamePackage(qint32 fileID, qint32 objectID, const TQXItem& item) {
     return FDataAccess.LocateRecord(FTables.Table(qx::Table::QXPACKAGE),
                                     QStringLiteral("QXObjectFileID;QXObjectID"), {fileID, objectID},
                                     1) &&
-           Int(qx::Table::QXPACKAGE, qx::QXPACKAGE::QXPackageID) == item.PackageID;
+           FRecords.Int(qx::Table::QXPACKAGE, qx::QXPACKAGE::QXPackageID) == item.PackageID;
 }
 
 // A call from an entry to a whole object is kept only for objects shown with
 // icon 52, and for objects missing from the repository.
 bool TQXCallLookup::IsWholeObjectCallToDrop(qint32 fileID, qint32 objectID) {
-    return FDataAccess.SelectRecords(
-               FTables.Table(qx::Table::QXOBJECT),
-               where::Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}})) &&
-           Int(qx::Table::QXOBJECT, qx::QXOBJECT::QXIcon) != IconObjectCalledAsWhole;
+    return FRecords.Select(qx::Table::QXOBJECT,
+                           where::Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}})) &&
+           FRecords.Int(qx::Table::QXOBJECT, qx::QXOBJECT::QXIcon) != IconObjectCalledAsWhole;
 }
 
 bool TQXCallLookup::TopDown(const Source& s, const TQXItem& item, bool stopAtFirst,
@@ -219,3 +212,4 @@ bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFi
     } while (FDataAccess.NextRecord(dependencies));
     return found;
 }
+

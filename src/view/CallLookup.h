@@ -4,6 +4,7 @@
 #include "repository/TableHandleSet.h"
 #include "repository/TreeItems.h"
 #include "view/Dependency.h"
+#include "view/RecordReader.h"
 
 #include <vector>
 
@@ -43,9 +44,9 @@ private:
     bool InSamePackage(qint32 fileID, qint32 objectID, const TQXItem& item);
     bool IsWholeObjectCallToDrop(qint32 fileID, qint32 objectID);
     Call ReadCall(TQXTableRef dataSet);
-    qint32 Int(qx::Table table, int column);
 
     TQXDataAccessInterface& FDataAccess;
     TQXTableHandleSet& FTables;
+    TQXRecordReader FRecords;
     QObject* FOwner;
 };

@@ -1,0 +1,118 @@
+// korvane: the host application. Loads the view library, opens a repository
+// given on the command line or chosen among the configured Source
+// Databases, and shows its views.
+#include "CommandLine.h"
+#include "MainWindow.h"
+#include "ViewLibrary.h"
+
+#include "host/BaseFunctions.h"
+#include "host/FormInterface.h"
+#include "platform/ScriptedUIServices.h"
+#include "platform/UIServices.h"
+#include "repository/Errors.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QPixmap>
+#include <QSettings>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+// Exit codes.
+constexpr int ExitOk = 0;
+constexpr int ExitFailure = 1;      // view library or screenshot file
+constexpr int ExitUsage = 2;        // bad arguments, missing repository
+constexpr int ExitNotConnected = 3; // screenshot taken, but the view reported a problem
+
+void Complain(const QString& text) {
+    std::fprintf(stderr, "korvane: %s\n", qPrintable(text));
+}
+
+std::unique_ptr<QSettings> OpenSettings(const QString& file) {
+    if (file.isEmpty())
+        return std::make_unique<QSettings>();
+    return std::make_unique<QSettings>(file, QSettings::IniFormat);
+}
+
+// Lets the first view finish its refresh and paint, then saves the window.
+int TakeScreenshot(TQXMainWindow& window, const QString& file,
+                   const TQXScriptedUIServices& reported) {
+    for (int i = 0; i < 3; ++i)
+        QApplication::processEvents();
+    const QPixmap picture = window.grab();
+    if (picture.isNull() || !picture.save(file, "PNG")) {
+        Complain(QStringLiteral("could not write the screenshot %1").arg(file));
+        return ExitFailure;
+    }
+    std::printf("%s\n", qPrintable(QFileInfo(file).absoluteFilePath()));
+    // Messages the view showed (a failed connection, for one) go to stderr.
+    QStringList shown = reported.Messages() + reported.Errors();
+    for (QString text : shown)
+        Complain(text.replace(QLatin1Char('\r'), QLatin1Char('\n')));
+    return shown.isEmpty() ? ExitOk : ExitNotConnected;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("Korvane"));
+    QApplication::setApplicationName(QStringLiteral("korvane"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Korvane"));
+
+    const TQXCommandLine commandLine = TQXCommandLine::Parse(QApplication::arguments());
+    if (commandLine.HelpShown)
+        return ExitOk;
+    if (!commandLine.Error.isEmpty()) {
+        Complain(commandLine.Error);
+        Complain(QStringLiteral("usage: korvane [--settings FILE] [--screenshot FILE] "
+                                "[REPOSITORY]"));
+        return ExitUsage;
+    }
+    if (commandLine.RepositoryMissing()) {
+        Complain(QStringLiteral("repository not found: %1").arg(commandLine.Repository));
+        Complain(QStringLiteral("give an existing SQLite repository file or a PostgreSQL "
+                                "connection string"));
+        return ExitUsage;
+    }
+
+    // Without a user to answer, messages are collected and reported.
+    const bool unattended = !commandLine.ScreenshotFile.isEmpty();
+    std::unique_ptr<TQXScriptedUIServices> scripted;
+    if (unattended)
+        scripted = std::make_unique<TQXScriptedUIServices>();
+
+    TQXViewLibrary library;
+    try {
+        library.Load(QApplication::applicationDirPath());
+    } catch (const EQXError& e) {
+        Complain(e.Message());
+        if (!unattended)
+            TQXUIServices::Current().ShowError(e.Message());
+        return ExitFailure;
+    }
+
+    TQXBaseFunctions baseFunctions;
+    {
+        const std::unique_ptr<QSettings> settings = OpenSettings(commandLine.SettingsFile);
+        baseFunctions.LoadSettings(*settings);
+    }
+    QString connection;
+    if (!commandLine.Repository.isEmpty()) {
+        connection = TQXBaseFunctions::ConnectionNameFor(commandLine.Repository);
+        baseFunctions.SetConnection(connection, commandLine.Repository);
+    }
+
+    TQXMainWindow window(baseFunctions, commandLine.SettingsFile);
+    window.resize(1180, 760);
+    window.show();
+    window.OpenView(connection);
+
+    if (unattended)
+        return TakeScreenshot(window, commandLine.ScreenshotFile, *scripted);
+    return app.exec();
+}

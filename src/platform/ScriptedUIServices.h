@@ -1,0 +1,89 @@
+#pragma once
+
+#include "platform/ScriptedPrintCanvas.h"
+#include "platform/UIServices.h"
+
+#include <QList>
+#include <QQueue>
+
+#include <optional>
+
+// UI services for tests and unattended runs: answers come from queues, and
+// everything shown is recorded. While it lives it is the current instance;
+// its destructor puts the previous one back. A question without a queued
+// answer is answered No (an empty path, a cancelled choice) and recorded in
+// Unanswered().
+class TQXScriptedUIServices final : public TQXUIServices {
+public:
+    TQXScriptedUIServices();
+    ~TQXScriptedUIServices() override;
+
+    TQXScriptedUIServices(const TQXScriptedUIServices&) = delete;
+    TQXScriptedUIServices& operator=(const TQXScriptedUIServices&) = delete;
+
+    // Answers, used in the order queued.
+    void QueueAnswer(bool yes) { FAnswers.enqueue(yes); }
+    void QueueOpenFileName(const QString& path) { FOpenFileNames.enqueue(path); }
+    void QueueSaveFileName(const QString& path) { FSaveFileNames.enqueue(path); }
+    void QueueChoice(const std::optional<QString>& choice) { FChoices.enqueue(choice); }
+    void QueuePrint(bool print) { FPrintAnswers.enqueue(print); }
+    void SetPageHeight(int height) { FPageHeight = height; }
+
+    // What was shown.
+    const QStringList& Messages() const { return FMessages; }
+    const QStringList& Errors() const { return FErrors; }
+    const QStringList& Questions() const { return FQuestions; }
+    const QStringList& FileDialogs() const { return FFileDialogs; }
+    const QStringList& Unanswered() const { return FUnanswered; }
+    const QList<Qt::CursorShape>& CursorLog() const { return FCursorLog; }
+    const std::optional<TQXScriptedPrintCanvas>& LastPrint() const { return FLastPrint; }
+    void ClearLog();
+
+    // The find dialog: whether one is open, and a search started from it.
+    bool FindShown() const { return static_cast<bool>(FOnFind); }
+    const TQXFindRequest& FindInitial() const { return FFindInitial; }
+    bool FindShowsWholeWord() const { return FFindShowsWholeWord; }
+    void TriggerFind(const TQXFindRequest& request);
+
+    void ShowMessage(const QString& text) override { FMessages << text; }
+    void ShowError(const QString& text) override { FErrors << text; }
+    bool Ask(const QString& text, TQXQuestionKind kind) override;
+    QString OpenFileName(QWidget* owner, const QString& caption, const QString& filter,
+                         const QString& initialPath) override;
+    QString SaveFileName(QWidget* owner, const QString& caption, const QString& filter,
+                         const QString& initialPath, const QString& defaultExtension) override;
+    std::optional<QString> ChooseItem(QWidget* owner, const QString& caption, const QString& prompt,
+                                      const QStringList& items, const QString& current) override;
+    void ShowFind(QWidget* owner, const TQXFindRequest& initial, bool showWholeWord,
+                  std::function<void(const TQXFindRequest&)> onFind) override;
+    bool Print(QWidget* owner, const QString& documentTitle,
+               const std::function<void(TQXPrintCanvas&)>& draw) override;
+    void SetClipboardText(const QString& text) override { FClipboard = text; }
+    QString ClipboardText() override { return FClipboard; }
+    Qt::CursorShape ScreenCursor() override { return FCursor; }
+    void SetScreenCursor(Qt::CursorShape shape) override;
+
+private:
+    TQXUIServices* FPrevious;
+    QQueue<bool> FAnswers;
+    QQueue<QString> FOpenFileNames;
+    QQueue<QString> FSaveFileNames;
+    QQueue<std::optional<QString>> FChoices;
+    QQueue<bool> FPrintAnswers;
+    int FPageHeight = 6000;
+
+    QStringList FMessages;
+    QStringList FErrors;
+    QStringList FQuestions;
+    QStringList FFileDialogs;
+    QStringList FUnanswered;
+    QList<Qt::CursorShape> FCursorLog;
+    std::optional<TQXScriptedPrintCanvas> FLastPrint;
+
+    std::function<void(const TQXFindRequest&)> FOnFind;
+    TQXFindRequest FFindInitial;
+    bool FFindShowsWholeWord = true;
+
+    QString FClipboard;
+    Qt::CursorShape FCursor = Qt::ArrowCursor;
+};

@@ -1,0 +1,67 @@
+#include "platform/TreeNode.h"
+
+#include "platform/TreeControl.h"
+
+TQXTreeNode::TQXTreeNode(const QString& text, std::unique_ptr<TQXTreeItem> item, int imageIndex)
+    : QTreeWidgetItem(NodeType), FItem(std::move(item)), FImageIndex(imageIndex),
+      FSelectedIndex(imageIndex) {
+    setText(0, text);
+}
+
+TQXTreeNode::~TQXTreeNode() = default;
+
+void TQXTreeNode::SetImageIndex(int index) {
+    FImageIndex = index;
+    FSelectedIndex = index;
+    emitDataChanged();
+}
+
+void TQXTreeNode::SetSelectedIndex(int index) {
+    FSelectedIndex = index;
+    emitDataChanged();
+}
+
+bool TQXTreeNode::IsPlaceholder() const {
+    return parent() != nullptr && !FItem && text(0).isEmpty();
+}
+
+TQXTreeNode* TQXTreeNode::ParentNode() const {
+    return AsNode(parent());
+}
+
+TQXTreeNode* TQXTreeNode::Child(int index) const {
+    return AsNode(child(index));
+}
+
+int TQXTreeNode::Level() const {
+    int level = 0;
+    for (const QTreeWidgetItem* p = parent(); p; p = p->parent())
+        ++level;
+    return level;
+}
+
+TQXTreeControl* TQXTreeNode::Tree() const {
+    return qobject_cast<TQXTreeControl*>(treeWidget());
+}
+
+QVariant TQXTreeNode::data(int column, int role) const {
+    if (role == Qt::DecorationRole && column == 0) {
+        const TQXTreeControl* tree = Tree();
+        if (!tree || FImageIndex < 0)
+            return QVariant();
+        return tree->NodeIcon(FImageIndex, FSelectedIndex);
+    }
+    return QTreeWidgetItem::data(column, role);
+}
+
+bool TQXTreeNode::operator<(const QTreeWidgetItem& other) const {
+    const QString a = text(0);
+    const QString b = other.text(0);
+    const int folded = a.compare(b, Qt::CaseInsensitive);
+    return folded != 0 ? folded < 0 : a < b;
+}
+
+TQXTreeNode* AsNode(QTreeWidgetItem* item) {
+    return item && item->type() == TQXTreeNode::NodeType ? static_cast<TQXTreeNode*>(item)
+                                                         : nullptr;
+}

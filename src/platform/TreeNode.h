@@ -1,0 +1,66 @@
+#pragma once
+
+#include "repository/TreeItems.h"
+
+#include <QTreeWidgetItem>
+
+#include <memory>
+
+class TQXTreeControl;
+
+// One node of the tree control: a text, an image index, a selected image
+// index and the tree item it owns. Deleting a node deletes its children, and
+// every node frees its item. A node without an item is a text-only node: a
+// marker, or with an empty text a placeholder child that makes its parent
+// expandable.
+class TQXTreeNode : public QTreeWidgetItem {
+public:
+    static constexpr int NodeType = QTreeWidgetItem::UserType + 1;
+
+    TQXTreeNode(const QString& text, std::unique_ptr<TQXTreeItem> item, int imageIndex);
+    ~TQXTreeNode() override;
+
+    TQXTreeNode(const TQXTreeNode&) = delete;
+    TQXTreeNode& operator=(const TQXTreeNode&) = delete;
+
+    QString Text() const { return text(0); }
+    void SetText(const QString& text) { setText(0, text); }
+
+    int ImageIndex() const { return FImageIndex; }
+    int SelectedIndex() const { return FSelectedIndex; }
+    // Sets both the image index and the selected index.
+    void SetImageIndex(int index);
+    void SetSelectedIndex(int index);
+
+    TQXTreeItem* Item() const { return FItem.get(); }
+    void SetItem(std::unique_ptr<TQXTreeItem> item) { FItem = std::move(item); }
+
+    // A child with an empty text and no item.
+    bool IsPlaceholder() const;
+
+    TQXTreeNode* ParentNode() const;
+    int ChildCount() const { return childCount(); }
+    TQXTreeNode* Child(int index) const;
+    TQXTreeNode* FirstChild() const { return Child(0); }
+    // 0 for a root node, 1 for its children, and so on.
+    int Level() const;
+
+    bool Expanded() const { return isExpanded(); }
+    void SetExpanded(bool expanded) { setExpanded(expanded); }
+    bool Selected() const { return isSelected(); }
+
+    TQXTreeControl* Tree() const;
+
+    // The icon comes from the tree's image list, drawn from the two indexes.
+    QVariant data(int column, int role) const override;
+    // Alphabetical order of the texts, case-insensitive first.
+    bool operator<(const QTreeWidgetItem& other) const override;
+
+private:
+    std::unique_ptr<TQXTreeItem> FItem;
+    int FImageIndex = -1;
+    int FSelectedIndex = -1;
+};
+
+// The node behind a QTreeWidgetItem of a tree control; null for any other.
+TQXTreeNode* AsNode(QTreeWidgetItem* item);

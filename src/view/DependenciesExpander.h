@@ -1,0 +1,44 @@
+#pragma once
+
+#include "view/Dependency.h"
+#include "view/ExpansionContext.h"
+
+class TQXItem;
+class TQXTreeNode;
+
+// The Dependencies view's expansion of one node: the node's placeholder is
+// replaced by what its item calls (TopDown) or what calls it (BottomUp), at
+// the view-by level, and every new child that can be expanded in turn gets a
+// placeholder of its own. A child that repeats an item of its path is marked
+// and left without one.
+class TQXDependenciesExpander {
+public:
+    explicit TQXDependenciesExpander(TQXExpansionContext& context);
+
+    // direction: 0 TopDown, 1 BottomUp. A node expanded before, or refused by
+    // the expansion limits, is left as it is (refused nodes are collapsed).
+    // Errors of the call lookup and of the data access are not caught.
+    void Expand(TQXTreeNode* node, int direction);
+
+private:
+    // What a node lists in the Code view: the entries it calls or is called
+    // from (role E), its own lines of code (role L), and the counter N added
+    // to their images so that successive levels alternate.
+    struct Roles {
+        bool Entries = true;
+        bool Lines = false;
+        int N = 0;
+    };
+
+    bool RefusedByLimits(const TQXTreeNode* node);
+    Roles RolesOf(const TQXTreeNode* node, int direction) const;
+
+    void AddAttributes(TQXTreeNode* node, const TDependencies& calls);
+    void AddPackages(TQXTreeNode* node, const TDependencies& calls, int direction);
+    void AddPackageOfCurrentRecord(TQXTreeNode* node, int direction);
+    void AddLines(TQXTreeNode* node, const TQXItem& item, int direction, int levelN);
+    bool MakesCallInto(const TQXItem& entry, const TQXItem& line);
+    void Finish(TQXTreeNode* node, int direction, const Roles& roles);
+
+    TQXExpansionContext& FContext;
+};

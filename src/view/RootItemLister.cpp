@@ -1,0 +1,465 @@
+#include "view/RootItemLister.h"
+
+#include "platform/TreeControl.h"
+#include "repository/Errors.h"
+#include "repository/SchemaNames.h"
+#include "repository/WhereText.h"
+
+#include <QSet>
+
+#include <utility>
+
+namespace {
+using qx::Table;
+namespace F = qx::QXFILE;
+namespace O = qx::QXOBJECT;
+namespace E = qx::QXENTRY;
+namespace R = qx::QXROW;
+namespace W = qx::QXWORD;
+namespace P = qx::QXPACKAGE;
+namespace A = qx::QXATTRIBUTE;
+
+constexpr int IconInFile = 50;
+constexpr int IconInFileBottomUp = 51;
+constexpr int IconSameBothWays = 22;
+constexpr int ImagePackageTopDown = 12;
+constexpr int ImagePackageBottomUp = 13;
+constexpr int ImageEntryTopDown = 29;
+constexpr int ImageEntryBottomUp = 32;
+constexpr int ImageRow = 0;
+constexpr int ImageVariable = 35;
+constexpr int ImagePersistentVariable = 45;
+
+bool IsPersistentStorage(int icon) {
+    return icon == 20 || icon == 43;
+}
+
+QString ObjectKeys(qint32 fileID, qint32 objectID) {
+    return where::Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}});
+}
+} // namespace
+
+TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree, Hooks hooks)
+    : FRecords(records), FTree(tree), FHooks(std::move(hooks)) {}
+
+void TQXRootItemLister::Show(int direction, int kind, const QString& level,
+                             const QString& limitText) {
+    FRootFilter = FHooks.SetFilter();
+    bool ok = false;
+    FLimit = limitText.trimmed().toInt(&ok);
+    if (!ok)
+        throw EQXError(QLatin1Char('\'') + limitText +
+                       QStringLiteral("' is not a valid integer value"));
+    FDirection = direction;
+    FKind = kind;
+    FLevel = level;
+    FCount = 0;
+    FStopped = false;
+    FSort = true;
+
+    if (level == QLatin1String("System") || level == QLatin1String("Computer") ||
+        level == QLatin1String("Application"))
+        ListAttributes(level);
+    else if (level == QLatin1String("Package"))
+        ListPackages();
+    else if (level == QLatin1String("Object"))
+        ListObjects();
+    else if (level == QLatin1String("Entry") || (level == QLatin1String("Code") && kind == 0))
+        ListEntries();
+    else if (level == QLatin1String("Code"))
+        ListRows();
+    else if (level == QLatin1String("Data"))
+        ListWords();
+    else {
+        FTree.AddRoot(QStringLiteral("  *** This View is not supported ***"));
+        return;
+    }
+    if (FStopped)
+        return; // the user chose the filter: leave what was listed as it is
+    if (FCount > FLimit) {
+        auto marker = std::make_unique<TQXTreeNode>(
+            QStringLiteral("  *** RootItem Limit reached, only the first ") + limitText +
+                QStringLiteral(" hits in the database showed ***"),
+            nullptr, -1);
+        FTree.insertTopLevelItem(0, marker.release()); // owned by the tree
+    }
+    AddPlaceholders();
+    if (FSort)
+        FTree.SortChildren(nullptr);
+}
+
+// Counts the candidate and appends its root node unless the limit is
+// exceeded; the item is freed when the node is not added.
+TQXRootItemLister::Added TQXRootItemLister::Add(std::unique_ptr<TQXItem> item, const QString& text,
+                                                int image) {
+    ++FCount;
+    if (FCount > FLimit)
+        return Added::OverLimit;
+    FTree.AddRoot(text, std::move(item), image);
+    if (FHooks.HintAboutFilter(FCount)) {
+        FStopped = true;
+        return Added::Stop;
+    }
+    return Added::Yes;
+}
+
+TQXRootItemLister::Walk TQXRootItemLister::AfterAdd(Added added) {
+    return added == Added::Yes ? Walk::Next : Walk::Done;
+}
+
+bool TQXRootItemLister::LocateFile(qint32 fileID) {
+    return FRecords.Locate(Table::QXFILE, QStringLiteral("QXFileID"), {fileID});
+}
+
+bool TQXRootItemLister::LocateObject(qint32 fileID, qint32 objectID) {
+    return FRecords.Locate(Table::QXOBJECT, QStringLiteral("QXFileID;QXObjectID"),
+                           {fileID, objectID});
+}
+
+bool TQXRootItemLister::LocateEntry(qint32 fileID, qint32 objectID, qint32 entryID, QString& name) {
+    if (!FRecords.Locate(Table::QXENTRY, QStringLiteral("QXFileID;QXObjectID;QXEntryID"),
+                         {fileID, objectID, entryID}))
+        return false;
+    name = FRecords.Text(Table::QXENTRY, E::QXEntryName);
+    return true;
+}
+
+// The object's name, with " in " and its file's name for objects shown in
+// their file; the file must be the located one.
+QString TQXRootItemLister::ObjectText() {
+    QString text = FRecords.Text(Table::QXOBJECT, O::QXObjectName);
+    if (FRecords.Int(Table::QXOBJECT, O::QXIcon) == IconInFile)
+        text += QStringLiteral(" in ") + FRecords.Text(Table::QXFILE, F::QXFileName);
+    return text;
+}
+
+void TQXRootItemLister::ListAttributes(const QString& level) {
+    QString condition =
+        QStringLiteral("QXAttributeType = ") + where::Number(qx::code::AttributeSystem);
+    if (level == QLatin1String("Computer"))
+        condition =
+            QStringLiteral("QXAttributeType = ") + where::Number(qx::code::AttributeComputer);
+    else if (level == QLatin1String("Application"))
+        condition = QStringLiteral("QXAttributeType = ") +
+                    where::Number(qx::code::AttributeApplication) +
+                    QStringLiteral(" OR QXIcon = ") +
+                    where::Number(qx::code::IconComputerAmongApplications);
+    if (!FRecords.Select(Table::QXATTRIBUTE, condition))
+        return;
+    do {
+        const qint32 id = FRecords.Int(Table::QXATTRIBUTE, A::QXAttributeID);
+        std::unique_ptr<TQXItem> item;
+        QString fileColumn;
+        if (level == QLatin1String("System")) {
+            item = std::make_unique<TQXItem>(0, id, 0, 0, 0, 0, 0, 0, 0);
+            fileColumn = QStringLiteral("QXSystemID");
+        } else if (level == QLatin1String("Application") &&
+                   FRecords.Int(Table::QXATTRIBUTE, A::QXAttributeType) ==
+                       qx::code::AttributeApplication) {
+            item = std::make_unique<TQXItem>(0, 0, 0, id, 0, 0, 0, 0, 0);
+            fileColumn = QStringLiteral("QXApplicationID");
+        } else { // a computer, also one listed among applications
+            item = std::make_unique<TQXItem>(0, 0, id, 0, 0, 0, 0, 0, 0);
+            fileColumn = QStringLiteral("QXComputerID");
+        }
+        if (!FRecords.Locate(Table::QXFILE, fileColumn, {id}))
+            continue;
+        if (AfterAdd(Add(std::move(item), FRecords.Text(Table::QXATTRIBUTE, A::QXAttributeName),
+                         FRecords.Int(Table::QXATTRIBUTE, A::QXIcon))) == Walk::Done)
+            return;
+    } while (FRecords.Next(Table::QXATTRIBUTE));
+}
+
+bool TQXRootItemLister::IsDuplicatePackage(qint32 fileID, qint32 packageID) const {
+    for (int i = FTree.RootCount() - 1; i >= 0; --i) {
+        const auto* item = dynamic_cast<const TQXItem*>(FTree.Root(i)->Item());
+        if (item != nullptr && item->FileID == fileID && item->PackageID == packageID)
+            return true;
+    }
+    return false;
+}
+
+void TQXRootItemLister::ListPackages() {
+    qint32 first = 0;
+    if (!FRecords.TryInt(Table::QXPACKAGE, P::QXPackageID, first) || first <= 0)
+        return;
+    do {
+        const qint32 fileID = FRecords.Int(Table::QXPACKAGE, P::QXFileID);
+        const qint32 packageID = FRecords.Int(Table::QXPACKAGE, P::QXPackageID);
+        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, packageID, 0, 0, 0, 0);
+        if (IsDuplicatePackage(fileID, packageID) || !LocateFile(fileID))
+            continue;
+        if (AfterAdd(Add(std::move(item), FRecords.Text(Table::QXPACKAGE, P::QXPackageName),
+                         FDirection == 0 ? ImagePackageTopDown : ImagePackageBottomUp)) ==
+            Walk::Done)
+            return;
+    } while (FRecords.Next(Table::QXPACKAGE));
+}
+
+// Walks the package members of the QXPACKAGE selection with their file and
+// object located; false when a visit ended the listing.
+bool TQXRootItemLister::WalkPackageMembers(const std::function<Walk()>& visit) {
+    qint32 first = 0;
+    if (!FRecords.TryInt(Table::QXPACKAGE, P::QXPackageID, first) || first <= 0)
+        return true;
+    do {
+        const qint32 fileID = FRecords.Int(Table::QXPACKAGE, P::QXObjectFileID);
+        const qint32 objectID = FRecords.Int(Table::QXPACKAGE, P::QXObjectID);
+        if (!LocateFile(fileID) || !LocateObject(fileID, objectID))
+            continue;
+        if (visit() == Walk::Done)
+            return false;
+    } while (FRecords.Next(Table::QXPACKAGE));
+    return true;
+}
+
+// Walks the QXOBJECT selection with each object's file located.
+bool TQXRootItemLister::WalkObjects(const std::function<Walk()>& visit) {
+    qint32 first = 0;
+    if (!FRecords.TryInt(Table::QXOBJECT, O::QXObjectID, first) || first <= 0)
+        return true;
+    do {
+        if (!LocateFile(FRecords.Int(Table::QXOBJECT, O::QXFileID)))
+            continue;
+        if (visit() == Walk::Done)
+            return false;
+    } while (FRecords.Next(Table::QXOBJECT));
+    return true;
+}
+
+// Walks the objects of the QXENTRY selection, each once, with file and
+// object located. The objects are read first, so that looking entries up
+// while visiting cannot move this walk.
+bool TQXRootItemLister::WalkEntryObjects(const std::function<Walk()>& visit) {
+    qint32 first = 0;
+    if (!FRecords.TryInt(Table::QXENTRY, E::QXFileID, first))
+        return true;
+    QList<std::pair<qint32, qint32>> objects;
+    QSet<std::pair<qint32, qint32>> seen;
+    do {
+        const std::pair key{FRecords.Int(Table::QXENTRY, E::QXFileID),
+                            FRecords.Int(Table::QXENTRY, E::QXObjectID)};
+        if (!seen.contains(key)) {
+            seen.insert(key);
+            objects << key;
+        }
+    } while (FRecords.Next(Table::QXENTRY));
+    for (const auto& [fileID, objectID] : objects) {
+        if (!LocateFile(fileID) || !LocateObject(fileID, objectID))
+            continue;
+        if (visit() == Walk::Done)
+            return false;
+    }
+    return true;
+}
+
+void TQXRootItemLister::ListObjects() {
+    auto visit = [this] {
+        const qint32 icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);
+        if (icon == qx::code::IconHiddenPart)
+            return Walk::Next;
+        auto item =
+            std::make_unique<TQXItem>(FRecords.Int(Table::QXOBJECT, O::QXFileID), 0, 0, 0, 0,
+                                      FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0);
+        const QString text = ObjectText() + QStringLiteral(" [") +
+                             FRecords.Text(Table::QXOBJECT, O::QXObjectType) + QLatin1Char(']');
+        const int image = FDirection == 0 || icon == IconSameBothWays ? icon : icon + 1;
+        return AfterAdd(Add(std::move(item), text, image));
+    };
+    if (FRootFilter.PackageCondition)
+        WalkPackageMembers(visit);
+    else
+        WalkObjects(visit);
+}
+
+TQXRootItemLister::Walk TQXRootItemLister::EntriesOfCurrentObject() {
+    const qint32 fileID = FRecords.Int(Table::QXOBJECT, O::QXFileID);
+    const qint32 objectID = FRecords.Int(Table::QXOBJECT, O::QXObjectID);
+    const QString objectText = ObjectText();
+    if (!FRecords.Select(Table::QXENTRY,
+                         ObjectKeys(fileID, objectID) + where::AndSub(FRootFilter.EntryCondition)))
+        return Walk::Next;
+    do {
+        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID,
+                                              FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0);
+        const QString text = FRecords.Text(Table::QXENTRY, E::QXEntryName) + QStringLiteral(" [") +
+                             objectText + QLatin1Char(']');
+        if (AfterAdd(Add(std::move(item), text,
+                         FDirection == 0 ? ImageEntryTopDown : ImageEntryBottomUp)) == Walk::Done)
+            return Walk::Done;
+    } while (FRecords.Next(Table::QXENTRY));
+    return Walk::Next;
+}
+
+void TQXRootItemLister::ListEntries() {
+    auto entries = [this] { return EntriesOfCurrentObject(); };
+    if (FRootFilter.PackageCondition) {
+        WalkPackageMembers(entries);
+        return;
+    }
+    if (!FRootFilter.ObjectCondition.isEmpty()) {
+        WalkObjects(entries);
+        return;
+    }
+    qint32 first = 0;
+    if (!FRecords.TryInt(Table::QXENTRY, E::QXFileID, first))
+        return;
+    do {
+        const qint32 fileID = FRecords.Int(Table::QXENTRY, E::QXFileID);
+        const qint32 objectID = FRecords.Int(Table::QXENTRY, E::QXObjectID);
+        if (!LocateFile(fileID) || !LocateObject(fileID, objectID))
+            continue;
+        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID,
+                                              FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0);
+        const QString text = FRecords.Text(Table::QXENTRY, E::QXEntryName) + QStringLiteral(" [") +
+                             ObjectText() + QLatin1Char(']');
+        if (AfterAdd(Add(std::move(item), text,
+                         FDirection == 0 ? ImageEntryTopDown : ImageEntryBottomUp)) == Walk::Done)
+            return;
+    } while (FRecords.Next(Table::QXENTRY));
+}
+
+void TQXRootItemLister::ListRows() {
+    FSort = false; // lines of code stay in record order
+    // One row of the current QXROW record, under the given object name.
+    auto addRow = [this](const QString& objectName) {
+        const qint32 fileID = FRecords.Int(Table::QXROW, R::QXFileID);
+        const qint32 objectID = FRecords.Int(Table::QXROW, R::QXObjectID);
+        const qint32 entryID = FRecords.Int(Table::QXROW, R::QXEntryID);
+        QString entryName;
+        const bool entryFound = entryID > 0 && LocateEntry(fileID, objectID, entryID, entryName);
+        if (!FRootFilter.EntryCondition.isEmpty() && !entryFound)
+            return Walk::Next;
+        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, entryID,
+                                              FRecords.Int(Table::QXROW, R::QXRowID), 0);
+        const QString text = FRecords.Text(Table::QXROW, R::QXRow) + QStringLiteral(" [") +
+                             objectName + (entryFound ? QLatin1Char('.') + entryName : QString()) +
+                             QLatin1Char(']');
+        return AfterAdd(Add(std::move(item), text, ImageRow));
+    };
+    auto rowsOfObject = [&] {
+        const QString objectName = FRecords.Text(Table::QXOBJECT, O::QXObjectName);
+        if (!FRecords.Select(Table::QXROW,
+                             ObjectKeys(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                                        FRecords.Int(Table::QXOBJECT, O::QXObjectID)) +
+                                 where::AndSub(FRootFilter.RowCondition)))
+            return Walk::Next;
+        do
+            if (addRow(objectName) == Walk::Done)
+                return Walk::Done;
+        while (FRecords.Next(Table::QXROW));
+        return Walk::Next;
+    };
+    if (FRootFilter.PackageCondition)
+        WalkPackageMembers(rowsOfObject);
+    else if (!FRootFilter.ObjectCondition.isEmpty())
+        WalkObjects(rowsOfObject);
+    else if (!FRootFilter.EntryCondition.isEmpty())
+        WalkEntryObjects(rowsOfObject);
+    else if (FRecords.Select(Table::QXROW, FRootFilter.RowCondition)) {
+        do {
+            const bool located = LocateObject(FRecords.Int(Table::QXROW, R::QXFileID),
+                                              FRecords.Int(Table::QXROW, R::QXObjectID));
+            const QString objectName =
+                located ? FRecords.Text(Table::QXOBJECT, O::QXObjectName) : QString();
+            if (addRow(objectName) == Walk::Done)
+                return;
+        } while (FRecords.Next(Table::QXROW));
+    }
+}
+
+void TQXRootItemLister::ListWords() {
+    const QString declarations =
+        QStringLiteral(" AND QXWordType = ") + where::Number(qx::code::WordVariableDeclaration);
+    auto addWord = [this] {
+        const qint32 fileID = FRecords.Int(Table::QXWORD, W::QXFileID);
+        const qint32 objectID = FRecords.Int(Table::QXWORD, W::QXObjectID);
+        const qint32 entryID = FRecords.Int(Table::QXWORD, W::QXEntryID);
+        if (!LocateFile(fileID) || !LocateObject(fileID, objectID))
+            return Walk::Next;
+        QString entryName;
+        if (entryID > 0 && !LocateEntry(fileID, objectID, entryID, entryName))
+            return Walk::Next;
+        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, entryID,
+                                              FRecords.Int(Table::QXWORD, W::QXRowID),
+                                              FRecords.Int(Table::QXWORD, W::QXWordID));
+        const QString text =
+            QLatin1Char(' ') + FRecords.Text(Table::QXWORD, W::QXWord) + QStringLiteral(" as ") +
+            FRecords.Text(Table::QXWORD, W::QXObjectIdentifier) + QStringLiteral(" [") +
+            FRecords.Text(Table::QXOBJECT, O::QXObjectName) +
+            (entryID > 0 ? QLatin1Char('.') + entryName : QString()) + QLatin1Char(']');
+        const int image = IsPersistentStorage(FRecords.Int(Table::QXOBJECT, O::QXIcon))
+                              ? ImagePersistentVariable
+                              : ImageVariable;
+        return AfterAdd(Add(std::move(item), text, image));
+    };
+    auto wordsOfObject = [&] {
+        if (!FRecords.Select(Table::QXWORD,
+                             ObjectKeys(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                                        FRecords.Int(Table::QXOBJECT, O::QXObjectID)) +
+                                 declarations + where::AndSub(FRootFilter.WordCondition)))
+            return Walk::Next;
+        do
+            if (addWord() == Walk::Done)
+                return Walk::Done;
+        while (FRecords.Next(Table::QXWORD));
+        return Walk::Next;
+    };
+    if (FRootFilter.PackageCondition)
+        WalkPackageMembers(wordsOfObject);
+    else if (!FRootFilter.ObjectCondition.isEmpty())
+        WalkObjects(wordsOfObject);
+    else if (!FRootFilter.EntryCondition.isEmpty())
+        WalkEntryObjects(wordsOfObject);
+    else if (FRecords.Select(Table::QXWORD, QStringLiteral("QXWordType = ") +
+                                                where::Number(qx::code::WordVariableDeclaration) +
+                                                where::AndSub(FRootFilter.WordCondition))) {
+        do
+            if (addWord() == Walk::Done)
+                return;
+        while (FRecords.Next(Table::QXWORD));
+    }
+}
+
+// Whether an object shown in its file has anything to show when opened:
+// sub-objects, an ancestor, entries, or variables of its own.
+bool TQXRootItemLister::ObjectHasContents(qint32 fileID, qint32 objectID) {
+    if (!FRecords.Select(Table::QXOBJECT, ObjectKeys(fileID, objectID)))
+        return false;
+    const QString inherits = FRecords.Text(Table::QXOBJECT, O::QXObjectInherits);
+    const QString identifier = FRecords.Text(Table::QXOBJECT, O::QXObjectIdentifier);
+    if (FRecords.Select(Table::QXOBJECT, where::Keys({{"QXFileID", fileID}}) +
+                                             where::AndText("QXSubObjectParentName", identifier)))
+        return true;
+    if (!inherits.isEmpty())
+        return true;
+    if (FRecords.Select(Table::QXENTRY, ObjectKeys(fileID, objectID)))
+        return true;
+    return FRecords.Select(Table::QXWORD,
+                           ObjectKeys(fileID, objectID) +
+                               QStringLiteral(" AND QXEntryID = 0 AND QXWordType = ") +
+                               where::Number(qx::code::WordVariableDeclaration));
+}
+
+void TQXRootItemLister::AddPlaceholders() {
+    const bool codeOrData = FLevel == QLatin1String("Code") || FLevel == QLatin1String("Data");
+    const bool data = FLevel == QLatin1String("Data");
+    for (int i = FTree.RootCount() - 1; i >= 0; --i) {
+        TQXTreeNode* node = FTree.Root(i);
+        const auto* item = dynamic_cast<const TQXItem*>(node->Item());
+        if (item == nullptr)
+            continue;
+        bool expandable = false;
+        if (FKind == 0)
+            expandable = codeOrData || FHooks.HasDependencies(*item, FDirection);
+        else if (FDirection == 0)
+            expandable = !data && (node->ImageIndex() == IconInFile ||
+                                           node->ImageIndex() == IconInFileBottomUp
+                                       ? ObjectHasContents(item->FileID, item->ObjectID)
+                                       : item->RowID == 0);
+        else
+            expandable = data || item->SystemID == 0;
+        if (expandable)
+            FTree.AddPlaceholder(node);
+    }
+}

@@ -1,0 +1,17 @@
+// Registers TQXView with the host's class registry while this library is
+// loaded.
+#include "host/FormRegistrar.h"
+#include "view/View.h"
+
+namespace {
+
+const TQXFormRegistrar
+    ViewRegistrar(QStringLiteral("TQXView"),
+                  [](QWidget* owner, int windowNumber, TQXBaseFunctionsInterface* baseFunctions,
+                     const QString& documentName, const QString& connectionName,
+                     const QString& commandText) -> std::unique_ptr<TQXFormInterface> {
+                      return std::make_unique<TQXView>(owner, windowNumber, baseFunctions,
+                                                       documentName, connectionName, commandText);
+                  });
+
+} // namespace

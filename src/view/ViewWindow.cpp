@@ -1,0 +1,196 @@
+// Construction, connection, the refresh cycle and the dispatch of node
+// expansions.
+#include "view/View.h"
+
+#include "host/BaseFunctionsInterface.h"
+#include "platform/BusyCursor.h"
+#include "platform/TreeControl.h"
+#include "platform/TreeUpdate.h"
+#include "platform/UIServices.h"
+#include "repository/Errors.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace {
+
+const QString EmptyRepositoryMarker = QStringLiteral(
+    "  *** Source Database is empty, choose Tools/Load on the Main Menu to load the Database ***");
+const QString DataDependenciesMarker =
+    QStringLiteral("  *** Dependencies for Data is not available in this version of Korvane ***");
+const QString FilterNoHitsMarker = QStringLiteral("  *** No Hits with current Filter Settings ***");
+const QString LoadAttributesAdvice =
+    QStringLiteral("  *** Choose Tools/Load on the Main Menu to assign System(s), Computer(s) and "
+                   "Application(s) and reload the Database ***");
+const QString MissingConnectionMarker =
+    QStringLiteral("  *** Missing Database connection, Choose Tools/Settings/Source Databases to "
+                   "correct the settings ***");
+
+bool MenuItemEnabled(const TQXFormInterface& form, const char* name) {
+    const QAction* item = form.FindMenuItem(QLatin1String(name));
+    return item && item->isEnabled();
+}
+
+} // namespace
+
+TQXView::TQXView(QWidget* owner, int windowNumber, TQXBaseFunctionsInterface* baseFunctions,
+                 const QString& documentName, const QString& connectionName,
+                 const QString& commandText)
+    : TQXFormInterface(owner, windowNumber, baseFunctions, documentName, connectionName,
+                       commandText),
+      mnuView(this) {
+    CreateControls();
+    CreateMenus();
+    CreatePopupMenu();
+    ConnectControls();
+    try {
+        if (!FBaseFunctions)
+            throw EQXError(QStringLiteral("no base functions object"));
+        FAskBeforeClosing = false;
+        mnuView.Merge(MainMenu());
+        imgIcons = ImageList();
+        tvMain->SetImages(imgIcons);
+
+        const bool workList = MenuItemEnabled(*this, "WorkList2");
+        for (const char* name : {"AddtoWorkList1", "AddtoWorkListAs1", "Editor1"})
+            pmnuView->findChild<QAction*>(QLatin1String(name))->setEnabled(workList);
+        pmnuView->findChild<QAction*>(QStringLiteral("AddTracktoDiagram1"))
+            ->setEnabled(MenuItemEnabled(*this, "Diagram2"));
+
+        SyncMenuItems();
+        HideOption();
+        SetUserHint();
+        tvMain->SetTreeFont(FBaseFunctions->TreeFontName(), FBaseFunctions->TreeFontSize());
+    } catch (const std::exception& e) {
+        throw EQXError(QStringLiteral("TQXView.Create: ") + ExceptionMessage(e) +
+                       QLatin1Char('\r'));
+    }
+}
+
+TQXView::~TQXView() {
+    try {
+        if (FDataAccess)
+            FDataAccess->CloseTables(nullptr, true);
+    } catch (...) {
+        // The connection goes anyway; nothing to tell the user.
+    }
+}
+
+void TQXView::ConnectToDB() {
+    if (FDataAccess)
+        FDataAccess->CloseTables(nullptr, true);
+    if (FConnectionName.isEmpty())
+        FBaseFunctions->ChooseSourceDatabase(nullptr, 0, FConnectionName, 1);
+    FDataAccess = FBaseFunctions->GetDataAccess(FConnectionName);
+    if (!FDataAccess)
+        throw EQXError(QStringLiteral("no data access for ") + FConnectionName);
+
+    FTables.Clear();
+    try {
+        AssignDBPointers(*FDataAccess, FTables);
+    } catch (const std::exception& e) {
+        TQXUIServices::Current().ShowMessage(QStringLiteral("AssignDBPointers failed: ") +
+                                             ExceptionMessage(e));
+    }
+    // The filter dialog is built here once the root-item filter exists.
+}
+
+void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender,
+                             const QString& text) {
+    try {
+        if (!dataAccess) {
+            if (!FDocumentFile.isEmpty()) {
+                // Reopening the view document comes with view documents.
+            } else {
+                try {
+                    ConnectToDB();
+                } catch (const std::exception& e) {
+                    TQXUIServices::Current().ShowMessage(
+                        QStringLiteral("Could not connect to Database ") + FConnectionName +
+                        QLatin1Char('\r') + QStringLiteral("Error: ") + ExceptionMessage(e) +
+                        QLatin1Char('\r') + QStringLiteral("Choose another Source Database"));
+                    tvMain->Clear();
+                    AddMarker(MissingConnectionMarker);
+                    return;
+                }
+                setWindowTitle(QStringLiteral("Korvane - ") + FDocumentName +
+                               QStringLiteral(" on ") + FConnectionName);
+                // A filter handed in by the host (sender, text) is applied
+                // here once the root-item filter exists.
+                Q_UNUSED(sender);
+                Q_UNUSED(text);
+                try {
+                    RefreshCurrentView();
+                } catch (const std::exception&) {
+                    // A refresh the host started fails silently.
+                }
+            }
+        } else if (dataAccess == FDataAccess) {
+            try {
+                RefreshCurrentView();
+            } catch (const std::exception&) {
+                // A refresh the host started fails silently.
+            }
+        }
+        cbRefreshView->setFocus();
+    } catch (const std::exception& e) {
+        throw EQXError(QStringLiteral("TQXView.RefreshContent: ") + ExceptionMessage(e));
+    }
+}
+
+void TQXView::RefreshCurrentView() {
+    if (!FDataAccess)
+        throw EQXError(QStringLiteral("No Source Database connected"));
+    TQXBusyCursor busy;
+    tvMain->Clear();
+    TQXTreeUpdate update(*tvMain);
+    tvMain->SetPopupMenu(pmnuView);
+
+    if (!FDataAccess->SelectRecords(FTables.Table(qx::Table::QXFILE), QString())) {
+        AddMarker(EmptyRepositoryMarker);
+    } else if (IsDependencies() && Level() == QLatin1String("Data")) {
+        AddMarker(DataDependenciesMarker);
+    } else {
+        ShowRootItems(Direction(), IsDependencies() ? 0 : 1);
+        if (tvMain->RootCount() == 0) {
+            if (rbFilterOn->isChecked() && FilterConditionCount() > 0) {
+                AddMarker(FilterNoHitsMarker);
+            } else {
+                const QString level = Level();
+                AddMarker(QStringLiteral("  *** No Hits on ") + level + QStringLiteral(" ***"));
+                if (level == QLatin1String("System") || level == QLatin1String("Computer") ||
+                    level == QLatin1String("Application")) {
+                    tvMain->AddRoot(QString());
+                    AddMarker(LoadAttributesAdvice);
+                }
+            }
+        }
+    }
+    FDataAccess->EndRefresh(true, false);
+}
+
+void TQXView::NodeExpanded(TQXTreeNode* node) {
+    TQXBusyCursor busy;
+    TQXTreeUpdate update(*tvMain);
+    if (IsDependencies())
+        ShowDependencies(node, Direction());
+    else
+        ShowDistribution(node, Direction());
+}
+
+void TQXView::SetFont(const QString& name, int size) {
+    tvMain->SetTreeFont(name, size);
+}
+
+void TQXView::AddMarker(const QString& text) {
+    tvMain->AddRoot(text);
+    tvMain->SetPopupMenu(nullptr);
+}
+
+int TQXView::FilterConditionCount() const {
+    return 0;
+}

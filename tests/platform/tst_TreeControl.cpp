@@ -1,0 +1,273 @@
+// The tree control: item ownership, placeholders, depth-first indexes,
+// visible walks, selection order, sorting, update brackets, expansion notice
+// and the popup menu switch.
+#include "host/ImageList.h"
+#include "platform/TreeControl.h"
+#include "platform/TreeUpdate.h"
+#include "repository/Errors.h"
+
+#include <QMenu>
+#include <QSignalSpy>
+#include <QtTest>
+
+namespace {
+
+// An item that counts the live instances, to see who frees them.
+class CountingItem final : public TQXTreeItem {
+public:
+    static int Live;
+    explicit CountingItem(int id) : FId(id) { ++Live; }
+    ~CountingItem() override { --Live; }
+    QString ClassName() const override { return QStringLiteral("CountingItem"); }
+    QString GetItemID() const override { return QString::number(FId); }
+
+private:
+    int FId;
+};
+int CountingItem::Live = 0;
+
+std::unique_ptr<TQXTreeItem> Item(int id) {
+    return std::make_unique<CountingItem>(id);
+}
+
+QStringList Texts(const QList<TQXTreeNode*>& nodes) {
+    QStringList texts;
+    for (const TQXTreeNode* node : nodes)
+        texts << node->Text();
+    return texts;
+}
+
+QStringList RootTexts(const TQXTreeControl& tree) {
+    QStringList texts;
+    for (int i = 0; i < tree.RootCount(); ++i)
+        texts << tree.Root(i)->Text();
+    return texts;
+}
+
+} // namespace
+
+class TestTreeControl : public QObject {
+    Q_OBJECT
+
+private slots:
+    void nodesOwnTheirItems() {
+        {
+            TQXTreeControl tree;
+            TQXTreeNode* a = tree.AddRoot("A", Item(1), 1);
+            TQXTreeNode* a1 = tree.AddChild(a, "A1", Item(2));
+            tree.AddChild(a1, "A11", Item(3));
+            tree.AddPlaceholder(a1);
+            tree.AddRoot("B", Item(4));
+            QCOMPARE(CountingItem::Live, 4);
+            QCOMPARE(a1->Item()->GetItemID(), QString("2"));
+
+            delete a1; // its child goes with it
+            QCOMPARE(CountingItem::Live, 2);
+            QCOMPARE(a->ChildCount(), 0);
+
+            tree.Clear();
+            QCOMPARE(CountingItem::Live, 0);
+            QCOMPARE(tree.RootCount(), 0);
+            tree.AddRoot("C", Item(5));
+        }
+        QCOMPARE(CountingItem::Live, 0); // the tree's end frees the rest
+    }
+
+    void placeholdersMakeANodeExpandable() {
+        TQXTreeControl tree;
+        TQXTreeNode* node = tree.AddRoot("Object", Item(1));
+        TQXTreeNode* placeholder = tree.AddPlaceholder(node);
+        QVERIFY(placeholder->IsPlaceholder());
+        QCOMPARE(placeholder->ParentNode(), node);
+        QCOMPARE(placeholder->Level(), 1);
+        QCOMPARE(node->FirstChild(), placeholder);
+        QVERIFY(node->ChildCount() == 1);
+        // An empty root node (as between two markers) is no placeholder,
+        // nor is an empty child that carries an item.
+        QVERIFY(!tree.AddRoot(QString())->IsPlaceholder());
+        QVERIFY(!tree.AddChild(node, QString(), Item(2))->IsPlaceholder());
+    }
+
+    void absoluteIndexCountsCollapsedBranches() {
+        TQXTreeControl tree;
+        TQXTreeNode* a = tree.AddRoot("A");
+        TQXTreeNode* a1 = tree.AddChild(a, "A1");
+        TQXTreeNode* a11 = tree.AddChild(a1, "A11");
+        TQXTreeNode* a2 = tree.AddChild(a, "A2");
+        TQXTreeNode* b = tree.AddRoot("B");
+        TQXTreeNode* b1 = tree.AddChild(b, "B1");
+        a->SetExpanded(true); // A1 stays collapsed, B too
+
+        const QList<TQXTreeNode*> order = {a, a1, a11, a2, b, b1};
+        for (int i = 0; i < order.size(); ++i) {
+            QCOMPARE(tree.AbsoluteIndex(order[i]), i);
+            QCOMPARE(tree.NodeAt(i), order[i]);
+        }
+        QCOMPARE(tree.NodeCount(), 6);
+        QCOMPARE(tree.NodeAt(6), nullptr);
+        QCOMPARE(TQXTreeControl::NextNode(a11), a2);
+        QCOMPARE(TQXTreeControl::NextNode(b1), nullptr);
+
+        TQXTreeControl other;
+        QCOMPARE(other.AbsoluteIndex(a), -1);
+    }
+
+    void visibleWalksSkipCollapsedChildren() {
+        TQXTreeControl tree;
+        TQXTreeNode* a = tree.AddRoot("A");
+        TQXTreeNode* a1 = tree.AddChild(a, "A1");
+        TQXTreeNode* a11 = tree.AddChild(a1, "A11");
+        TQXTreeNode* a2 = tree.AddChild(a, "A2");
+        tree.AddChild(a2, "A21"); // A2 collapsed
+        TQXTreeNode* b = tree.AddRoot("B");
+        a->SetExpanded(true);
+        a1->SetExpanded(true);
+
+        QList<TQXTreeNode*> down;
+        for (TQXTreeNode* n = tree.FirstNode(); n; n = tree.NextVisible(n))
+            down << n;
+        QCOMPARE(Texts(down), QStringList({"A", "A1", "A11", "A2", "B"}));
+
+        QList<TQXTreeNode*> up;
+        for (TQXTreeNode* n = b; n; n = tree.PreviousVisible(n))
+            up << n;
+        QCOMPARE(Texts(up), QStringList({"B", "A2", "A11", "A1", "A"}));
+
+        QVERIFY(TQXTreeControl::IsVisibleNode(a11));
+        QVERIFY(!TQXTreeControl::IsVisibleNode(a2->Child(0)));
+    }
+
+    void selectionKeepsTheOrderOfSelecting() {
+        TQXTreeControl tree;
+        for (const char* text : {"R0", "R1", "R2", "R3", "R4"})
+            tree.AddRoot(text);
+        tree.resize(300, 300);
+        tree.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&tree));
+        auto click = [&tree](int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+            const QRect rect = tree.visualItemRect(tree.Root(row));
+            QTest::mouseClick(tree.viewport(), Qt::LeftButton, modifiers, rect.center());
+        };
+
+        click(3);
+        click(0, Qt::ControlModifier);
+        click(2, Qt::ControlModifier);
+        QCOMPARE(Texts(tree.Selection()), QStringList({"R3", "R0", "R2"}));
+        click(0, Qt::ControlModifier); // deselects R0
+        QCOMPARE(Texts(tree.Selection()), QStringList({"R3", "R2"}));
+
+        // A Shift range joins in tree order after what was selected before.
+        click(4);
+        click(1, Qt::ShiftModifier);
+        QCOMPARE(Texts(tree.Selection()), QStringList({"R4", "R1", "R2", "R3"}));
+
+        // Selection by code, and a deleted node leaves the selection.
+        tree.Select(tree.Root(0));
+        tree.Select(tree.Root(3), true);
+        QCOMPARE(Texts(tree.Selection()), QStringList({"R0", "R3"}));
+        delete tree.Root(0);
+        QCOMPARE(Texts(tree.Selection()), QStringList({"R3"}));
+        tree.Deselect(tree.Root(2)); // R3
+        QCOMPARE(tree.SelectionCount(), 0);
+        tree.Select(tree.Root(1));
+        tree.Clear();
+        QCOMPARE(tree.SelectionCount(), 0);
+    }
+
+    void sortIsAlphabeticalAndCaseInsensitive() {
+        TQXTreeControl tree;
+        for (const char* text : {"beta", "Alpha", "gamma", "alpha2", "ALPHA"})
+            tree.AddRoot(text);
+        TQXTreeNode* parent = tree.Root(0);
+        for (const char* text : {"z", "Y", "x"})
+            tree.AddChild(parent, text);
+
+        tree.SortChildren(nullptr);
+        QCOMPARE(RootTexts(tree), QStringList({"ALPHA", "Alpha", "alpha2", "beta", "gamma"}));
+        // The top level alone: children keep their order until sorted.
+        QCOMPARE(Texts({parent->Child(0), parent->Child(1), parent->Child(2)}),
+                 QStringList({"z", "Y", "x"}));
+        tree.SortChildren(parent);
+        QCOMPARE(Texts({parent->Child(0), parent->Child(1), parent->Child(2)}),
+                 QStringList({"x", "Y", "z"}));
+    }
+
+    void updateBracketsNest() {
+        TQXTreeControl tree;
+        tree.BeginUpdate();
+        tree.BeginUpdate();
+        tree.EndUpdate();
+        QVERIFY(!tree.updatesEnabled());
+        QVERIFY(tree.Updating());
+        tree.EndUpdate();
+        QVERIFY(tree.updatesEnabled());
+        tree.EndUpdate(); // one too many changes nothing
+        QVERIFY(tree.updatesEnabled());
+
+        try {
+            TQXTreeUpdate outer(tree);
+            TQXTreeUpdate inner(tree);
+            throw EQXError("failed mid-update");
+        } catch (const EQXError&) {
+        }
+        QVERIFY(tree.updatesEnabled());
+        QVERIFY(!tree.Updating());
+    }
+
+    void expansionIsNoticedFromCodeAndUser() {
+        TQXTreeControl tree;
+        TQXTreeNode* a = tree.AddRoot("A");
+        tree.AddPlaceholder(a);
+        TQXTreeNode* b = tree.AddRoot("B");
+        tree.AddPlaceholder(b);
+        tree.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&tree));
+        QSignalSpy spy(&tree, &TQXTreeControl::NodeExpanded);
+
+        a->SetExpanded(true);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy.takeFirst().at(0).value<TQXTreeNode*>(), a);
+
+        tree.setCurrentItem(b);
+        QTest::keyClick(&tree, Qt::Key_Right);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy.takeFirst().at(0).value<TQXTreeNode*>(), b);
+        QVERIFY(b->Expanded());
+    }
+
+    void popupMenuCanBeSwitchedOff() {
+        TQXTreeControl tree;
+        QCOMPARE(tree.PopupMenu(), nullptr);
+        auto menu = std::make_unique<QMenu>();
+        tree.SetPopupMenu(menu.get());
+        QCOMPARE(tree.PopupMenu(), menu.get());
+        tree.SetPopupMenu(nullptr);
+        QCOMPARE(tree.PopupMenu(), nullptr);
+        tree.SetPopupMenu(menu.get());
+        menu.reset();
+        QCOMPARE(tree.PopupMenu(), nullptr);
+    }
+
+    void imagesComeFromTheImageList() {
+        TQXTreeControl tree;
+        TQXTreeNode* node = tree.AddRoot("A", nullptr, 12);
+        QCOMPARE(node->SelectedIndex(), 12);
+        QVERIFY(!node->data(0, Qt::DecorationRole).value<QIcon>().isNull());
+        node->SetSelectedIndex(13);
+        QCOMPARE(node->ImageIndex(), 12);
+        // Selected, the node shows its selected picture.
+        const QIcon icon = node->data(0, Qt::DecorationRole).value<QIcon>();
+        const TQXImageList& images = TQXImageList::Standard();
+        QCOMPARE(icon.pixmap(16, QIcon::Normal).toImage(), images.Pixmap(12, 16).toImage());
+        QCOMPARE(icon.pixmap(16, QIcon::Selected).toImage(), images.Pixmap(13, 16).toImage());
+        node->SetImageIndex(-1);
+        QCOMPARE(node->SelectedIndex(), -1);
+        QVERIFY(node->data(0, Qt::DecorationRole).value<QIcon>().isNull());
+        tree.SetImages(nullptr);
+        node->SetImageIndex(3);
+        QVERIFY(node->data(0, Qt::DecorationRole).value<QIcon>().isNull());
+    }
+};
+
+QTEST_MAIN(TestTreeControl)
+#include "tst_TreeControl.moc"

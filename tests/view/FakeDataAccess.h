@@ -1,0 +1,97 @@
+#pragma once
+
+// A data-access object for view tests: tables without records except what a
+// test says, call counters, and scripted failures.
+#include "repository/DataAccessInterface.h"
+#include "repository/Errors.h"
+
+#include <QHash>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+class FakeTable final : public TQXDataSet {
+public:
+    explicit FakeTable(const QString& name) : FName(name) {}
+    QString TableName() const override { return FName; }
+    void First() override {}
+    void Next() override {}
+    bool Eof() const override { return true; }
+    int FieldCount() const override { return 0; }
+    QVariant FieldValue(int) const override { return QVariant(); }
+    void Close() override {}
+
+private:
+    QString FName;
+};
+
+class FakeDataAccess final : public TQXDataAccessInterface {
+public:
+    // What the repository holds: QXFILE answers SelectRecords with this.
+    bool HasFiles = true;
+    // Failures: GetTableRef of this table, CloseTables, SelectRecords.
+    QString FailTable;
+    bool FailCloseTables = false;
+    bool FailSelect = false;
+    // Runs inside every SelectRecords, to look at the view mid-refresh.
+    std::function<void(const QString& table)> OnSelect;
+
+    int CloseTablesCalls = 0;
+    int EndRefreshCalls = 0;
+    QStringList Selected; // "TABLE:where" per SelectRecords
+
+    void CloseTables(QObject*, bool flag) override {
+        ++CloseTablesCalls;
+        if (!flag)
+            throw EQXError(QStringLiteral("CloseTables expects true"));
+        if (FailCloseTables)
+            throw EQXError(QStringLiteral("connection lost"));
+    }
+    TQXTableRef GetTableRef(const QString& name) override {
+        if (name == FailTable)
+            throw EQXError(QStringLiteral("no such table: ") + name);
+        auto& table = FTables[name];
+        if (!table)
+            table = std::make_unique<FakeTable>(name);
+        return table.get();
+    }
+    TQXFieldRef GetFieldRef(TQXTableRef table, const QString& column) override {
+        auto& field = FFields[table->TableName() + QLatin1Char('.') + column];
+        if (!field)
+            field = std::make_unique<TQXField>(TQXField{table, column, 0});
+        return field.get();
+    }
+    QString GetFieldName(TQXTableRef, TQXFieldRef field) override { return field->Name; }
+    bool SelectRecords(TQXTableRef table, const QString& where) override {
+        if (!table)
+            throw EQXError(QStringLiteral("table not bound"));
+        Selected << table->TableName() + QLatin1Char(':') + where;
+        if (OnSelect)
+            OnSelect(table->TableName());
+        if (FailSelect)
+            throw EQXError(QStringLiteral("database is locked"));
+        return table->TableName() == QLatin1String("QXFILE") && HasFiles;
+    }
+    bool NextRecord(TQXTableRef) override { return false; }
+    void DeleteRecords(TQXTableRef, const QString&, int) override {}
+    QVariant GetFieldValue(TQXTableRef, TQXFieldRef) override { return QVariant(); }
+    void SetFieldValue(TQXTableRef, TQXFieldRef, const QVariant&) override {}
+    bool LocateRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
+        return false;
+    }
+    bool LocateNextRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
+        return false;
+    }
+    void EndRefresh(bool flag1, bool flag2) override {
+        if (flag1 && !flag2)
+            ++EndRefreshCalls;
+    }
+    std::unique_ptr<TQXDataSet> OpenQuery(QObject*, const QStringList&, int) override {
+        return std::make_unique<FakeTable>(QStringLiteral("QUERY"));
+    }
+
+private:
+    std::map<QString, std::unique_ptr<FakeTable>> FTables;
+    std::map<QString, std::unique_ptr<TQXField>> FFields;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+// What a view test needs around a TQXView: scripted UI services, the host's
+// base functions with one connection "Estate" served by a FakeDataAccess,
+// and helpers to read the tree.
+#include "FakeDataAccess.h"
+
+#include "host/BaseFunctions.h"
+#include "platform/ScriptedUIServices.h"
+#include "platform/TreeControl.h"
+#include "view/View.h"
+
+#include <QStringList>
+
+#include <memory>
+
+struct ViewFixture {
+    // How the next connection behaves.
+    bool HasFiles = true;
+    QString FailTable;
+    QString ConnectError;
+
+    TQXScriptedUIServices Ui;
+    TQXBaseFunctions Host;
+    FakeDataAccess* Fake = nullptr; // owned by Host once connected
+
+    ViewFixture() {
+        Host.SetConnection(QStringLiteral("Estate"), QStringLiteral("/data/estate.kvdb"));
+        Host.SetDataAccessFactory(
+            [this](const QString&) -> std::unique_ptr<TQXDataAccessInterface> {
+                if (!ConnectError.isEmpty())
+                    throw EQXError(ConnectError);
+                auto fake = std::make_unique<FakeDataAccess>();
+                fake->HasFiles = HasFiles;
+                fake->FailTable = FailTable;
+                Fake = fake.get();
+                return fake;
+            });
+    }
+
+    template <typename View = TQXView>
+    std::unique_ptr<View> MakeView(const QString& connection = QStringLiteral("Estate")) {
+        return std::make_unique<View>(nullptr, 1, &Host, QStringLiteral("View 1"), connection,
+                                      QString());
+    }
+};
+
+inline QStringList RootTexts(const TQXTreeControl& tree) {
+    QStringList texts;
+    for (int i = 0; i < tree.RootCount(); ++i)
+        texts << tree.Root(i)->Text();
+    return texts;
+}

@@ -1,0 +1,325 @@
+// Dependencies expansion on a purpose-built estate: entry steps, the order
+// and texts of inherited and uncertain calls, hidden-part icons, recursion,
+// the Code view's images by depth, and the grouping levels.
+#include "platform/TreeControl.h"
+#include "sqlaccess/SqlDataAccess.h"
+#include "support/TestRepository.h"
+#include "view/CallLookup.h"
+#include "view/DependenciesExpander.h"
+
+#include <QtTest>
+
+namespace {
+
+// One record per row, the values in the order of the columns.
+void Insert(TestRepository& repo, const QString& table, const QString& columns,
+            const QList<QVariantList>& rows) {
+    for (const QVariantList& row : rows) {
+        QStringList values;
+        for (const QVariant& value : row)
+            values << (value.typeId() == QMetaType::Int
+                           ? value.toString()
+                           : "'" + value.toString().replace("'", "''") + "'");
+        repo.Exec("INSERT INTO " + table + " (" + columns + ") VALUES (" + values.join(", ") + ")");
+    }
+}
+
+// Systems ACCOUNTS (1: files 1 PAY.CBL and 5 PGM.CBL), AUDIT (2: file 3
+// CUST.DAT) and BILLING (3: file 2 LIB.CBL). MAIN.START calls ZETA twice,
+// ALPHA's entries INIT and ZAP, BETA, BASE.RUN and MIXIN through ALPHA's
+// inheritance, and CUSTFILE uncertainly; ZETA calls BETA, BETA calls MAIN.
+// ICONS calls two hidden parts, one of which calls ZETA. PGM's entries
+// MAIN -> CALC -> PRINT perform each other. Packages PKGLIB (BETA, BASE) and
+// APKG (BETA) hold called objects, PKGMAIN holds MAIN.
+void BuildEstate(TestRepository& repo) {
+    Insert(repo, "QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName, QXIcon",
+           {{1, 1, "ACCOUNTS", 1}, {2, 1, "AUDIT", 3}, {3, 1, "BILLING", 5}});
+    Insert(repo, "QXFILE", "QXFileID, QXFileName, QXSystemID, QXComputerID, QXApplicationID",
+           {{1, "PAY.CBL", 1, 11, 21},
+            {2, "LIB.CBL", 3, 13, 23},
+            {3, "CUST.DAT", 2, 12, 22},
+            {5, "PGM.CBL", 1, 11, 21}});
+    Insert(repo, "QXOBJECT",
+           "QXFileID, QXObjectID, QXObjectName, QXObjectType, QXIcon, QXObjectIdentifier, "
+           "QXSubObjectParentName",
+           {{1, 1, "MAIN", "Program", 20, "", ""},
+            {1, 2, "ZETA", "Program", 20, "", ""},
+            {1, 3, "ALPHA", "Class", 30, "", "MAIN"},
+            {1, 4, "ICONS", "Program", 20, "", ""},
+            {2, 1, "BETA", "Class", 30, "", ""},
+            {2, 2, "BASE", "Class", 30, "", ""},
+            {2, 3, "MIXIN", "Class", 32, "", ""},
+            {2, 5, "COPYA", "Copy", -1, "COPYA", ""},
+            {2, 6, "COPYA", "Copy", -1, "COPYA", ""}, // a second hidden one: passed over
+            {2, 7, "COPYB", "Copy", -1, "COPYB", ""},
+            {3, 1, "CUSTFILE", "File", 50, "", ""},
+            {3, 2, "COPYA", "Copy", 40, "COPYA", ""},
+            {5, 1, "PGM", "Program", 20, "", ""}});
+    Insert(repo, "QXENTRY", "QXFileID, QXObjectID, QXEntryID, QXEntryName",
+           {{1, 1, 1, "START"},
+            {1, 3, 1, "INIT"},
+            {1, 3, 2, "ZAP"},
+            {2, 2, 1, "RUN"},
+            {3, 1, 1, "READ"},
+            {5, 1, 1, "MAIN"},
+            {5, 1, 2, "CALC"},
+            {5, 1, 3, "PRINT"}});
+    Insert(repo, "QXROW", "QXFileID, QXObjectID, QXEntryID, QXRowID, QXRow, QXCall",
+           {{5, 1, 1, 1, "PERFORM CALC", 1},
+            {5, 1, 1, 2, "DISPLAY X", 0},
+            {5, 1, 2, 3, "PERFORM PRINT", 1},
+            {5, 1, 2, 4, "ADD 1 TO X", 0},
+            {5, 1, 3, 5, "CALL 'LOG'", 1}});
+    // Loaded out of calling order.
+    Insert(repo, "QXDEPENDENCIES",
+           "QXFileID, QXObjectID, QXEntryID, QXFromFileID, QXFromObjectID, QXFromEntryID, "
+           "QXFromRowID, QXInheritsFileID, QXInheritsObjectID",
+           {{1, 2, 0, 1, 1, 1, 70, 0, 0}, // MAIN calls ZETA again
+            {2, 3, 0, 1, 1, 1, 50, 1, 3},
+            {1, 3, 1, 1, 1, 1, 20, 0, 0},
+            {1, 3, 2, 1, 1, 1, 25, 0, 0},
+            {3, 1, 0, 1, 1, 1, 60, -1, 0},
+            {2, 2, 1, 1, 1, 1, 30, 1, 3},
+            {1, 2, 0, 1, 1, 1, 10, 0, 0},
+            {2, 1, 0, 1, 1, 1, 40, 0, 0},
+            {2, 1, 0, 1, 2, 0, 100, 0, 0},
+            {1, 1, 0, 2, 1, 0, 200, 0, 0},
+            {2, 2, 1, 3, 1, 1, 300, 2, 1},
+            {2, 5, 0, 1, 4, 0, 400, 0, 0},
+            {2, 7, 0, 1, 4, 0, 410, 0, 0},
+            {5, 1, 2, 5, 1, 1, 1, 0, 0},
+            {5, 1, 3, 5, 1, 2, 3, 0, 0},
+            {1, 2, 0, 2, 5, 0, 500, 0, 0}});
+    Insert(repo, "QXPACKAGE",
+           "QXFileID, QXPackageID, QXPackageName, QXObjectName, QXObjectFileID, QXObjectID",
+           {{6, 60, "PKGMAIN", "MAIN", 1, 1},
+            {9, 90, "PKGLIB", "BASE", 2, 2},
+            {9, 90, "PKGLIB", "BETA", 2, 1},
+            {7, 70, "APKG", "BETA", 2, 1}});
+}
+
+TQXItem Object(int file, int object) {
+    return TQXItem(file, 0, 0, 0, 0, object, 0, 0, 0);
+}
+TQXItem Entry(int file, int object, int entry) {
+    return TQXItem(file, 0, 0, 0, 0, object, entry, 0, 0);
+}
+
+} // namespace
+
+class TestDependenciesExpansion : public QObject {
+    Q_OBJECT
+
+    TestRepository FRepo;
+    std::unique_ptr<SqlDataAccess> FAccess;
+    TQXTableHandleSet FTables;
+    std::unique_ptr<TQXRecordReader> FRecords;
+    std::unique_ptr<TQXCallLookup> FLookup;
+    TDependencies FList;
+    std::unique_ptr<TQXTreeControl> FTree;
+    std::unique_ptr<TQXExpansionContext> FContext;
+
+    // An expandable root node of an empty tree, in a view of that level.
+    TQXTreeNode* Root(const QString& level, const TQXItem& item, bool option = false) {
+        FTree->Clear();
+        FContext->Level = level;
+        FContext->Option = option;
+        TQXTreeNode* root = FTree->AddRoot(level, std::make_unique<TQXItem>(item), 0);
+        FTree->AddPlaceholder(root);
+        return root;
+    }
+    TQXTreeNode* Open(TQXTreeNode* node, int direction = 0) {
+        TQXDependenciesExpander(*FContext).Expand(node, direction);
+        return node;
+    }
+    // Opens the child with that text.
+    TQXTreeNode* Open(TQXTreeNode* node, const QString& child, int direction = 0) {
+        for (int i = 0; i < node->ChildCount(); ++i)
+            if (node->Child(i)->Text() == child)
+                return Open(node->Child(i), direction);
+        qFatal("no child %s", qPrintable(child));
+    }
+    static QStringList Texts(const TQXTreeNode* node) {
+        QStringList texts;
+        for (int i = 0; i < node->ChildCount(); ++i)
+            texts << node->Child(i)->Text();
+        return texts;
+    }
+    static QList<int> Images(const TQXTreeNode* node) {
+        QList<int> images;
+        for (int i = 0; i < node->ChildCount(); ++i)
+            images << node->Child(i)->ImageIndex();
+        return images;
+    }
+    // 1 for a child with a placeholder (or children), 0 for a leaf.
+    static QList<int> Expandable(const TQXTreeNode* node) {
+        QList<int> expandable;
+        for (int i = 0; i < node->ChildCount(); ++i)
+            expandable << (node->Child(i)->ChildCount() > 0 ? 1 : 0);
+        return expandable;
+    }
+
+private slots:
+    void initTestCase() {
+        BuildEstate(FRepo);
+        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
+        AssignDBPointers(*FAccess, FTables);
+        FRecords = std::make_unique<TQXRecordReader>(*FAccess, FTables);
+        FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables, nullptr);
+        FTree = std::make_unique<TQXTreeControl>();
+        FContext = std::make_unique<TQXExpansionContext>(
+            TQXExpansionContext{*FRecords, *FTree,
+                                [this](const TQXItem& item, int direction, bool stopAtFirst) {
+                                    return FLookup->GetDependencies(item, direction, stopAtFirst,
+                                                                    FContext->Option, FList);
+                                },
+                                FList, QString()});
+    }
+    void init() {
+        FContext->ExpandFileID = FContext->ExpandPackageID = FContext->ExpandObjectID = 0;
+    }
+
+    void aNodeIsExpandedOnce() {
+        TQXTreeNode* main = Open(Root("Object", Object(1, 1)));
+        const QStringList first = Texts(main);
+        QCOMPARE(first.size(), 6);
+        QCOMPARE(Texts(Open(main)), first);
+        // Only children that call something get a placeholder.
+        QCOMPARE(Expandable(main), (QList<int>{0, 0, 0, 1, 1, 1}));
+        // The Data view only drops the placeholder.
+        QCOMPARE(Open(Root("Data", Object(1, 1)))->ChildCount(), 0);
+    }
+
+    void limitsRefuseNodesThroughTheTree() {
+        const QMetaObject::Connection expansion =
+            connect(FTree.get(), &TQXTreeControl::NodeExpanded, this, [this](TQXTreeNode* node) {
+                TQXDependenciesExpander(*FContext).Expand(node, 0);
+            });
+        TQXTreeNode* main = Root("Object", Object(1, 1));
+        FContext->ExpandFileID = 1;
+        FContext->ExpandObjectID = 4;
+        main->setExpanded(true);
+        QVERIFY(!main->isExpanded());
+        QCOMPARE(main->ChildCount(), 1);
+        QVERIFY(main->FirstChild()->IsPlaceholder());
+        FContext->ExpandObjectID = 1;
+        main->setExpanded(true);
+        QCOMPARE(main->ChildCount(), 6);
+        // Within a package: BETA is a member of PKGLIB, MAIN is not.
+        init();
+        FContext->ExpandPackageID = 90;
+        main = Root("Object", Object(1, 1));
+        main->setExpanded(true);
+        QCOMPARE(main->ChildCount(), 1);
+        QVERIFY(main->FirstChild()->IsPlaceholder());
+        TQXTreeNode* beta = Root("Object", Object(2, 1));
+        beta->setExpanded(true);
+        QCOMPARE(Texts(beta), QStringList{"MAIN [Program]"});
+        disconnect(expansion);
+    }
+
+    void inheritedCallsFollowTheirChild() {
+        const QString base = "    BASE [Inherited from ALPHA, therefore possible call]";
+        const QString mixin = "    MIXIN [Inherited from ALPHA, therefore possible call]";
+        const QString unsure =
+            "    CUSTFILE in CUST.DAT [File] [Parser unshure, therefore possible call]";
+        QCOMPARE(
+            Texts(Open(Root("Object", Object(1, 1)))),
+            (QStringList{"ALPHA [Class]", base, mixin, "BETA [Class]", "ZETA [Program]", unsure}));
+        TQXTreeNode* main = Open(Root("Object", Object(1, 1), true));
+        QCOMPARE(Texts(main), (QStringList{"ZETA [Program]", "ALPHA [Class]", base, mixin,
+                                           "BETA [Class]", unsure}));
+        QCOMPARE(Images(main), (QList<int>{20, 30, 30, 32, 30, 50}));
+        // Entries: the inheriting name is the sub-object's full name; the
+        // inherited entry follows the first child of its object only.
+        QCOMPARE(
+            Texts(Open(Root("Entry", Entry(1, 1, 1)))),
+            (QStringList{"INIT [ALPHA]",
+                         "    RUN [BASE]    [Inherited from MAIN.ALPHA, therefore possible call]",
+                         "ZAP [ALPHA]"}));
+    }
+
+    void bottomUpInheritedAndUncertainCallers() {
+        TQXTreeNode* base = Open(Root("Object", Object(2, 2)), 1);
+        QCOMPARE(Texts(base),
+                 (QStringList{"MAIN [MAIN inherits from ALPHA, therefore possible caller]",
+                              "CUSTFILE [CUSTFILE in CUST.DAT inherits from BETA, therefore "
+                              "possible caller]"}));
+        QCOMPARE(Images(base), (QList<int>{21, 51}));
+        QCOMPARE(Texts(Open(Root("Object", Object(3, 1)), 1)),
+                 QStringList{"    MAIN [Program] [Parser unshure, therefore possible caller]"});
+        TQXTreeNode* run = Open(Root("Entry", Entry(2, 2, 1)), 1);
+        QCOMPARE(
+            Texts(run),
+            (QStringList{"START [MAIN]    [MAIN inherits from ALPHA, therefore possible caller]",
+                         "READ [CUSTFILE]    [CUSTFILE in CUST.DAT inherits from BETA, "
+                         "therefore possible caller]"}));
+        QCOMPARE(Images(run), (QList<int>{32, 32}));
+    }
+
+    void hiddenPartsTakeTheIconOfTheirNamesake() {
+        TQXTreeNode* icons = Open(Root("Object", Object(1, 4)));
+        QCOMPARE(Texts(icons), (QStringList{"COPYA [Copy]", "COPYB [Copy]"}));
+        QCOMPARE(Images(icons), (QList<int>{40, -1}));
+        TQXTreeNode* zeta = Open(Root("Object", Object(1, 2)), 1);
+        QCOMPARE(Texts(zeta), (QStringList{"COPYA [Copy]", "MAIN [Program]"}));
+        QCOMPARE(Images(zeta), (QList<int>{41, 21}));
+    }
+
+    void recursionIsMarkedDeepInThePath() {
+        TQXTreeNode* main = Open(Root("Object", Object(1, 1)));
+        TQXTreeNode* beta = Open(Open(main, "ZETA [Program]"), "BETA [Class]");
+        QCOMPARE(Texts(beta), QStringList{"MAIN [Program] !!! Recursive Track from here !!!"});
+        QCOMPARE(Expandable(beta), QList<int>{0});
+    }
+
+    void codeViewImagesAlternateByDepth() {
+        // TopDown: entries list lines (d even), lines list called entries (d odd).
+        TQXTreeNode* node = Open(Root("Code", Entry(5, 1, 1)));
+        QCOMPARE(Texts(node), (QStringList{"PERFORM CALC", "DISPLAY X"}));
+        QCOMPARE(Images(node), (QList<int>{25, 0}));
+        QCOMPARE(Expandable(node), (QList<int>{1, 0}));
+        node = Open(node, "PERFORM CALC");
+        QCOMPARE(Images(node), QList<int>{31});
+        node = Open(node, "CALC [PGM]");
+        QCOMPARE(Images(node), (QList<int>{24, 0}));
+        node = Open(node, "PERFORM PRINT");
+        QCOMPARE(Images(node), QList<int>{30});
+        QCOMPARE(Expandable(node), QList<int>{1});
+        node = Open(node, "PRINT [PGM]");
+        QCOMPARE(Images(node), QList<int>{25});
+        // BottomUp: callers first, then the lines; the line calling the
+        // entry above gets 27 + the depth's parity.
+        node = Open(Root("Code", Entry(5, 1, 3)), 1);
+        QCOMPARE(Texts(node), (QStringList{"CALC [PGM]", "CALL 'LOG'"}));
+        QCOMPARE(Images(node), (QList<int>{34, 0}));
+        QCOMPARE(Expandable(node), (QList<int>{1, 0}));
+        node = Open(node, "CALC [PGM]", 1);
+        QCOMPARE(Texts(node), (QStringList{"MAIN [PGM]", "PERFORM PRINT", "ADD 1 TO X"}));
+        QCOMPARE(Images(node), (QList<int>{33, 28, 0}));
+        node = Open(node, "MAIN [PGM]", 1);
+        QCOMPARE(Images(node), (QList<int>{27, 0}));
+    }
+
+    void groupingsAreListedOnceAndSorted() {
+        TQXTreeNode* accounts = Open(Root("System", TQXItem(0, 1, 0, 0, 0, 0, 0, 0, 0)));
+        QCOMPARE(Texts(accounts), (QStringList{"AUDIT", "BILLING"}));
+        QCOMPARE(Images(accounts), (QList<int>{3, 5}));
+        const auto* audit = dynamic_cast<const TQXItem*>(accounts->Child(0)->Item());
+        QCOMPARE(audit->SystemID, 2);
+        QCOMPARE(audit->FileID, 0);
+        // Packages of the called objects, found through their names.
+        const TQXItem pkgmainItem(6, 0, 0, 0, 60, 0, 0, 0, 0);
+        TQXTreeNode* pkgmain = Open(Root("Package", pkgmainItem));
+        QCOMPARE(Texts(pkgmain), (QStringList{"APKG", "PKGLIB"}));
+        QCOMPARE(Images(pkgmain), (QList<int>{12, 12}));
+        const auto* pkglib = dynamic_cast<const TQXItem*>(pkgmain->Child(1)->Item());
+        QCOMPARE(pkglib->FileID, 9);
+        QCOMPARE(pkglib->PackageID, 90);
+        // BETA calls MAIN: its packages are the callers.
+        QCOMPARE(Images(Open(Root("Package", pkgmainItem), 1)), (QList<int>{13, 13}));
+    }
+};
+
+QTEST_MAIN(TestDependenciesExpansion)
+#include "tst_DependenciesExpansion.moc"
