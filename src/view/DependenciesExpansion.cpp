@@ -22,6 +22,8 @@ TQXExpansionContext TQXView::ExpansionContext(TQXRecordReader& records) {
 }
 
 void TQXView::ShowDependencies(TQXTreeNode* node, int direction) {
+    if (FDataAccess == nullptr)
+        return; // not connected: nothing to read
     TQXRecordReader records(*FDataAccess, FTables);
     TQXExpansionContext context = ExpansionContext(records);
     TQXDependenciesExpander(context).Expand(node, direction);

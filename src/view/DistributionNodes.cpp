@@ -1,0 +1,33 @@
+#include "view/DistributionNodes.h"
+
+#include "repository/SchemaNames.h"
+#include "repository/WhereText.h"
+
+QString ObjectNodeText(TQXRecordReader& records) {
+    return records.Text(qx::Table::QXOBJECT, qx::QXOBJECT::QXObjectName) + QStringLiteral(" [") +
+           records.Text(qx::Table::QXOBJECT, qx::QXOBJECT::QXObjectType) + QLatin1Char(']');
+}
+
+bool IsSetName(const QString& name) {
+    return name.compare(QLatin1String(" ")) > 0;
+}
+
+QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool includeOwn) {
+    using qx::Table;
+    if (!records.Select(Table::QXFILE, where::Keys({{"QXFileID", fileID}})))
+        return {};
+    const QString fileName = records.Text(Table::QXFILE, qx::QXFILE::QXFileName);
+    const qsizetype dot = fileName.indexOf(QLatin1Char('.'));
+    const QString base = dot < 0 ? QString() : fileName.left(dot + 1).toUpper();
+    QString condition = where::Upper(QStringLiteral("QXFileName")) + QStringLiteral(" LIKE ") +
+                        where::Quoted(base + QLatin1Char('%'));
+    if (!includeOwn)
+        condition += QStringLiteral(" AND QXFileID <> ") + where::Number(fileID);
+    QList<qint32> files;
+    if (!records.Select(Table::QXFILE, condition))
+        return files;
+    do
+        files << records.Int(Table::QXFILE, qx::QXFILE::QXFileID);
+    while (records.Next(Table::QXFILE));
+    return files;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "view/RecordReader.h"
+
+#include <QList>
+#include <QString>
+
+// Pieces shared by the Distribution expansion and the object contents.
+
+// The text of an object node: QXObjectName + " [" + QXObjectType + "]" of the
+// current QXOBJECT record.
+QString ObjectNodeText(TQXRecordReader& records);
+
+// True for a name that compares greater than a single blank: the way a set
+// QXSubObjectParentName or QXInheritsParentName is told from an unset one.
+bool IsSetName(const QString& name);
+
+// The files whose upper-cased name begins with the base name of the given
+// file (its name up to and including the first "."; empty without one), so
+// that ACCT.CBL finds ACCT.CPY. The file itself is included when asked. Empty
+// when the file is missing or nothing matches. Leaves a QXFILE selection.
+QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool includeOwn);

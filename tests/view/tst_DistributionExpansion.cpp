@@ -1,0 +1,226 @@
+// The Distribution expansion on a purpose-built estate: the children of each
+// kind of node in both directions, which of them can be opened further,
+// their order, and that a node is expanded only once.
+#include "platform/TreeControl.h"
+#include "sqlaccess/SqlDataAccess.h"
+#include "support/TestRepository.h"
+#include "view/DistributionExpander.h"
+#include "view/ExpansionContext.h"
+
+#include <QtTest>
+
+namespace {
+
+// System 1 NORTH; computers 2 HOST1 and 3 GATEWAY (icon 49); applications
+// 4 BILLING and 5 ORDERS. Files ACCT.CBL, ACCT.CPY and BATCH.PKG belong to
+// BILLING, ORD.CBL to ORDERS, TOOLS.CBL only to HOST1, GATE.CBL to GATEWAY.
+void BuildEstate(TestRepository& repo) {
+    repo.Exec("INSERT INTO QXATTRIBUTE (QXAttributeID, QXAttributeType, QXAttributeName, QXIcon) "
+              "VALUES (1, 1, 'NORTH', 1), (2, 2, 'HOST1', 2), (3, 2, 'GATEWAY', 49), "
+              "(4, 3, 'BILLING', 9), (5, 3, 'ORDERS', 9)");
+    repo.Exec("INSERT INTO QXFILE (QXFileID, QXFileName, QXSystemID, QXComputerID, "
+              "QXApplicationID) VALUES (1, 'ACCT.CBL', 1, 2, 4), (2, 'ACCT.CPY', 1, 2, 4), "
+              "(3, 'ORD.CBL', 1, 2, 5), (4, 'TOOLS.CBL', 1, 2, 0), (5, 'GATE.CBL', 1, 3, 0), "
+              "(6, 'BATCH.PKG', 1, 2, 4)");
+    // ACCT (1,2) is a hidden part of ACCT (1,1); GHOST has no visible object;
+    // ACCTREC's enclosing object ACCT is in ACCT.CBL.
+    repo.Exec(
+        "INSERT INTO QXOBJECT (QXFileID, QXObjectID, QXObjectName, QXObjectIdentifier, "
+        "QXObjectType, QXIcon, QXSubObjectParentName, QXInPackage) VALUES "
+        "(1, 1, 'ACCT', 'ACCT', 'Program', 52, '', 1), (1, 2, 'ACCT', 'ACCT', 'Copy', -1, '', 0), "
+        "(1, 3, 'ACCTSUB', 'ACCTSUB', 'Copy', 54, 'ACCT', 0), "
+        "(1, 4, 'ACCTFILE', 'ACCTFILE', 'Copy', 50, '', 0), "
+        "(2, 1, 'ACCTREC', 'ACCTREC', 'Copy', 54, 'ACCT', 0), "
+        "(3, 1, 'ORDMAIN', 'ORDMAIN', 'Program', 52, '', 0), "
+        "(3, 2, 'GHOST', 'GHOST', 'Copy', -1, '', 0), "
+        "(4, 1, 'TOOLPGM', 'TOOLPGM', 'Program', 52, '', 0), "
+        "(5, 1, 'GATEPGM', 'GATEPGM', 'Program', 52, '', 0)");
+    repo.Exec("INSERT INTO QXENTRY (QXFileID, QXObjectID, QXEntryID, QXEntryName) VALUES "
+              "(1, 1, 1, 'MAIN'), (1, 2, 1, 'HIDDEN'), (3, 2, 1, 'HAUNT')");
+    repo.Exec("INSERT INTO QXROW (QXFileID, QXObjectID, QXEntryID, QXRowID, QXRow) VALUES "
+              "(1, 1, 1, 1, 'MOVE 1 TO ZED'), (1, 1, 1, 2, 'ADD 1 TO ALPHA')");
+    repo.Exec("INSERT INTO QXWORD (QXFileID, QXObjectID, QXEntryID, QXRowID, QXWordID, QXWord, "
+              "QXWordType, QXObjectIdentifier) VALUES (1, 1, 1, 1, 1, 'ZED', 1011, 'PIC X'), "
+              "(1, 1, 1, 2, 1, 'ALPHA', 1011, 'PIC X')");
+    // Package 10 in BATCH.PKG: ACCT, ACCTFILE (icon 50) and a member never loaded.
+    repo.Exec("INSERT INTO QXPACKAGE (QXFileID, QXPackageID, QXPackageName, QXObjectName, "
+              "QXObjectFileID, QXObjectID) VALUES (6, 10, 'BATCHPKG', 'ACCT', 1, 1), "
+              "(6, 10, 'BATCHPKG', 'LOSTPGM', 9, 9), (6, 10, 'BATCHPKG', 'ACCTFILE', 1, 4)");
+}
+
+std::unique_ptr<TQXItem> Item(qint32 f, qint32 s, qint32 c, qint32 a, qint32 p, qint32 o = 0,
+                              qint32 e = 0, qint32 r = 0) {
+    return std::make_unique<TQXItem>(f, s, c, a, p, o, e, r, 0);
+}
+std::unique_ptr<TQXItem> Object(qint32 f, qint32 o) {
+    return Item(f, 0, 0, 0, 0, o);
+}
+
+} // namespace
+
+class TestDistributionExpansion : public QObject {
+    Q_OBJECT
+
+    TestRepository FRepo;
+    std::unique_ptr<SqlDataAccess> FAccess;
+    TQXTableHandleSet FTables;
+    std::unique_ptr<TQXRecordReader> FRecords;
+    std::unique_ptr<TQXTreeControl> FTree;
+    TDependencies FDependencies;
+    QString FLevel = QStringLiteral("Object");
+
+    TQXExpansionContext Context() { return {*FRecords, *FTree, {}, FDependencies, FLevel}; }
+
+    // A node as the root-item listing leaves it: an item and a placeholder.
+    TQXTreeNode* Root(std::unique_ptr<TQXItem> item, int image = 2, TQXTreeNode* parent = nullptr) {
+        TQXTreeNode* node = FTree->AddChild(parent, QStringLiteral("node"), std::move(item), image);
+        FTree->AddPlaceholder(node);
+        return node;
+    }
+    QStringList Expand(TQXTreeNode* node, int direction) {
+        TQXExpansionContext context = Context();
+        TQXDistributionExpander(context).Expand(node, direction);
+        QStringList texts;
+        for (int i = 0; i < node->ChildCount(); ++i)
+            texts << node->Child(i)->Text();
+        return texts;
+    }
+    static const TQXItem* ItemOf(const TQXTreeNode* node) {
+        return dynamic_cast<const TQXItem*>(node->Item());
+    }
+    static bool Expandable(const TQXTreeNode* node) { return node->ChildCount() > 0; }
+
+private slots:
+    void initTestCase() {
+        BuildEstate(FRepo);
+        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
+        AssignDBPointers(*FAccess, FTables);
+        FRecords = std::make_unique<TQXRecordReader>(*FAccess, FTables);
+        FTree = std::make_unique<TQXTreeControl>();
+    }
+    void init() {
+        FTree->Clear();
+        FLevel = QStringLiteral("Object");
+    }
+
+    void packageMembersByName() {
+        TQXTreeNode* package = Root(Item(6, 0, 0, 0, 10), 12);
+        // ACCTFILE (icon 50) is not shown; the lost member keeps its name.
+        QCOMPARE(Expand(package, 0),
+                 (QStringList{"ACCT [Program]", "LOSTPGM [source not loaded]"}));
+        TQXTreeNode* lost = package->Child(1);
+        QCOMPARE(lost->ImageIndex(), -1);
+        QCOMPARE(ItemOf(lost)->FileID, 0);
+        QVERIFY(Expandable(lost));
+        QVERIFY(Expand(lost, 0).isEmpty());
+        // BottomUp a package shows the application of its file.
+        QCOMPARE(Expand(Root(Item(6, 0, 0, 0, 10), 13), 1), QStringList{"BILLING"});
+    }
+
+    void applicationContents() {
+        TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
+        // Sorted; no object of another application, in a package, hidden or icon 50.
+        QCOMPARE(Expand(billing, 0), (QStringList{"ACCTREC [Copy]", "ACCTSUB [Copy]", "BATCHPKG"}));
+        QCOMPARE(billing->Child(2)->ImageIndex(), 12);
+        QCOMPARE(ItemOf(billing->Child(2))->PackageID, 10);
+        QVERIFY(Expandable(billing->Child(0)));
+        // A computer shown among applications lists the objects of its files.
+        QCOMPARE(Expand(Root(Item(0, 0, 3, 0, 0), 49), 0), QStringList{"GATEPGM [Program]"});
+        QCOMPARE(Expand(Root(Item(0, 0, 3, 0, 0), 49), 1), QStringList{"NORTH"});
+    }
+
+    void objectContainers() {
+        QCOMPARE(Expand(Root(Object(1, 1)), 1), QStringList{"BATCHPKG"});
+        QCOMPARE(Expand(Root(Object(3, 1)), 1), QStringList{"ORDERS"});
+        // Without an application, only a computer with icon 49 is shown.
+        TQXTreeNode* gate = Root(Object(5, 1));
+        QCOMPARE(Expand(gate, 1), QStringList{"GATEWAY"});
+        QCOMPARE(gate->Child(0)->ImageIndex(), 49);
+        QVERIFY(Expand(Root(Object(4, 1)), 1).isEmpty());
+    }
+
+    void enclosingObjectOfSubObject() {
+        // In a sibling file with the same base name, with the object's own icon.
+        TQXTreeNode* record = Root(Object(2, 1));
+        QCOMPARE(Expand(record, 1), QStringList{"ACCT [Program]"});
+        QCOMPARE(record->Child(0)->ImageIndex(), 52);
+        QCOMPARE(ItemOf(record->Child(0))->FileID, 1);
+        QCOMPARE(Expand(Root(Object(1, 3)), 1), QStringList{"ACCT [Program]"});
+    }
+
+    void attributesListedOnce() {
+        QCOMPARE(Expand(Root(Item(0, 0, 2, 0, 0)), 0), (QStringList{"BILLING", "ORDERS"}));
+        TQXTreeNode* north = Root(Item(0, 1, 0, 0, 0), 1);
+        QCOMPARE(Expand(north, 0), (QStringList{"GATEWAY", "HOST1"}));
+        QCOMPARE(ItemOf(north->Child(0))->ComputerID, 3);
+        QVERIFY(Expand(Root(Item(0, 1, 0, 0, 0), 1), 1).isEmpty());
+        // BottomUp the containment ends at the system: nothing to open there.
+        TQXTreeNode* host = Root(Item(0, 0, 2, 0, 0));
+        QCOMPARE(Expand(host, 1), QStringList{"NORTH"});
+        QVERIFY(!Expandable(host->Child(0)));
+        TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
+        QCOMPARE(Expand(billing, 1), QStringList{"HOST1"});
+        QVERIFY(Expandable(billing->Child(0)));
+    }
+
+    void hiddenPartsShowTheirVisibleObject() {
+        TQXTreeNode* hidden = Root(Item(1, 0, 0, 0, 0, 2, 1));
+        QCOMPARE(Expand(hidden, 1), QStringList{"ACCT [Program]"});
+        QCOMPARE(hidden->Child(0)->ImageIndex(), 53);
+        QCOMPARE(ItemOf(hidden->Child(0))->ObjectID, 1);
+        // Without a visible object the expansion ends with nothing.
+        TQXTreeNode* ghost = Root(Item(3, 0, 0, 0, 0, 2, 1));
+        QVERIFY(Expand(ghost, 1).isEmpty());
+        QCOMPARE(ghost->ChildCount(), 0);
+    }
+
+    void rootLinesAndEntries() {
+        FLevel = QStringLiteral("Code");
+        TQXTreeNode* line = Root(Item(1, 0, 0, 0, 0, 1, 1, 2), 0);
+        QCOMPARE(Expand(line, 1), QStringList{"MAIN [ACCT]"});
+        QCOMPARE(line->Child(0)->ImageIndex(), 32);
+        QVERIFY(Expand(Root(Item(1, 0, 0, 0, 0, 1, 1, 2), 0), 0).isEmpty());
+        // A line of a hidden part outside entries shows the visible object.
+        QCOMPARE(Expand(Root(Item(1, 0, 0, 0, 0, 2, 0, 5), 0), 1), QStringList{"ACCT [Program]"});
+        // An entry lists its variables, then its lines, in record order.
+        FLevel = QStringLiteral("Entry");
+        TQXTreeNode* main = Root(Item(1, 0, 0, 0, 0, 1, 1), 29);
+        QCOMPARE(Expand(main, 0), (QStringList{" ZED as PIC X", " ALPHA as PIC X", "MOVE 1 TO ZED",
+                                               "ADD 1 TO ALPHA"}));
+        QCOMPARE(main->Child(0)->ImageIndex(), 35);
+        QVERIFY(!Expandable(main->Child(0)) && !Expandable(main->Child(3)));
+    }
+
+    void aRepeatedItemEndsThePath() {
+        TQXTreeNode* orders = Root(Item(0, 0, 0, 5, 0), 9);
+        TQXTreeNode* program = Root(Object(3, 1), 53, orders);
+        QCOMPARE(Expand(program, 1), QStringList{"ORDERS !!! Recursive Track from here !!!"});
+        QVERIFY(!Expandable(program->Child(0)));
+        TQXTreeNode* free = Root(Object(3, 1), 53);
+        QCOMPARE(Expand(free, 1), QStringList{"ORDERS"});
+        QVERIFY(Expandable(free->Child(0)));
+    }
+
+    void aNodeIsExpandedOnce() {
+        TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
+        Expand(billing, 0);
+        QCOMPARE(Expand(billing, 0).size(), 3);
+
+        // Opened through the tree itself; collapsing keeps the children.
+        TQXExpansionContext context = Context();
+        TQXDistributionExpander expander(context);
+        connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
+                [&](TQXTreeNode* node) { expander.Expand(node, 0); });
+        TQXTreeNode* host = Root(Item(0, 0, 2, 0, 0));
+        host->setExpanded(true);
+        QCOMPARE(host->ChildCount(), 2);
+        host->setExpanded(false);
+        QCOMPARE(host->ChildCount(), 2);
+        host->setExpanded(true);
+        QCOMPARE(host->ChildCount(), 2);
+        FTree->disconnect(this);
+    }
+};
+
+QTEST_MAIN(TestDistributionExpansion)
+#include "tst_DistributionExpansion.moc"
