@@ -1,0 +1,142 @@
+#pragma once
+
+#include "EstateWriter.h"
+
+#include <QString>
+#include <QStringView>
+
+#include <utility>
+#include <vector>
+
+// Where a call goes: a file, an object in it and optionally an entry.
+struct TTarget {
+    qint32 file = 0;
+    qint32 object = 0;
+    qint32 entry = 0;
+
+    TTarget WithEntry(qint32 e) const { return TTarget{file, object, e}; }
+};
+
+// One line of source and its words, built from a template. The template is
+// the line as it reads, with the words the view cares about in brackets:
+//
+//   [NAME]          a use of a variable (word type 1012)
+//   [&NAME]         a use that is an argument of a call (section type 24)
+//   [NAME OF QUAL]  a qualified use (also IN), stored qualifier first as
+//                   QUAL, OF, NAME: the view takes the word before a
+//                   qualification operator as the qualifier of the word after
+//   [Qual.name]     a qualified use written with "."
+//   [!NAME:TYPE]    a declaration (1011); TYPE is the text shown after " as "
+//   [>NAME]         the name a call is made by; [>'NAME'] when quoted
+//
+// The rest is split into words the way a loader tokenises: a quoted literal
+// becomes its quotes and its blank-separated words (all 1001); "(", ")",
+// ",", "=", ";", ":", "{" and "}" are words of their own; a period that ends
+// a word is one too; a picture string after PIC stays whole.
+//
+// Data flows between the bracketed words follow from the statement: COBOL
+// MOVE and ADD flow from the words before TO to those after it, SUBTRACT
+// likewise around FROM, COMPUTE and assignments from the right of "=" to the
+// left. Further flows can be added by word id.
+class TSourceRow {
+public:
+    enum class Flows { None, Cobol, Assignment };
+
+    TSourceRow(QStringView source, Flows flows, int declarationSection = 0, int level = 0);
+
+    // Records a call made by the n-th [>NAME] word of the row (0-based).
+    void Call(int marker, const TTarget& target, qint32 inheritsFile = 0,
+              qint32 inheritsObject = 0);
+    // Word id of the n-th bracketed variable (use or declaration, 0-based).
+    qint32 Variable(int marker) const { return FVariables.at(std::size_t(marker)); }
+    void Flow(qint32 fromWord, qint32 toWord) { FFlows.emplace_back(fromWord, toWord); }
+
+    const QString& Text() const { return FText; }
+
+private:
+    friend class TSourceFile;
+
+    struct Word {
+        QString text;
+        int type;
+        int section;
+        int level;
+        QString identifier;
+    };
+    struct PendingCall {
+        qint32 word;
+        TTarget target;
+        qint32 inheritsFile;
+        qint32 inheritsObject;
+    };
+
+    qint32 Add(const QString& text, int type, int section = 0, int level = 0,
+               const QString& identifier = QString());
+    void Plain(QStringView text);
+    void Marker(QStringView marker);
+    void DeriveFlows(Flows flows);
+
+    QString FText;
+    std::vector<Word> FWords;
+    std::vector<qint32> FVariables; // the word named by each variable marker
+    std::vector<bool> FIsDeclaration;
+    std::vector<qint32> FCallWords;
+    std::vector<PendingCall> FCalls;
+    std::vector<std::pair<qint32, qint32>> FFlows;
+    int FSection;
+    int FLevel;
+};
+
+// The description of one object of a file.
+struct TObjectInfo {
+    qint32 id = 0;
+    QString name;
+    QString identifier;
+    QString type;
+    int icon = 0;
+    QString parent;         // QXSubObjectParentName: identifier of the enclosing object
+    QString inherits;       // QXObjectInherits
+    QString inheritsParent; // QXInheritsParentName
+    qint32 inPackage = 0;
+};
+
+// Writes one source file: its objects, entries, rows and words, and the
+// dependency and data-flow records of its rows. Row ids run through the file
+// (data flows name a row by file and row id alone); word ids through a row.
+class TSourceFile {
+public:
+    TSourceFile(TEstateWriter& writer, qint32 id, int language);
+
+    qint32 Id() const { return FId; }
+    int Language() const { return FLanguage; }
+
+    // Object ids run from 1 through the file.
+    qint32 NextObjectID() const { return FNextObject; }
+    qint32 ReserveObjectID() { return FNextObject++; } // for an object written later
+    qint32 AddObject(TObjectInfo info);                // info.id 0 takes the next id
+    void AddEntry(qint32 object, qint32 entry, const QString& name, const QString& identifier);
+
+    // Where the following rows go (entry 0: outside every entry).
+    void At(qint32 object, qint32 entry = 0) {
+        FObject = object;
+        FEntry = entry;
+    }
+    qint32 CurrentObject() const { return FObject; }
+    qint32 CurrentEntry() const { return FEntry; }
+
+    qint32 Emit(const TSourceRow& row);
+    qint32 Emit(QStringView source, TSourceRow::Flows flows);
+    qint32 Comment(const QString& text); // a row without words
+
+    // A flow between words of two rows of this file.
+    void Flow(qint32 fromRow, qint32 fromWord, qint32 toRow, qint32 toWord);
+
+private:
+    TEstateWriter& FWriter;
+    qint32 FId;
+    int FLanguage;
+    qint32 FNextObject = 1;
+    qint32 FNextRow = 1;
+    qint32 FObject = 0;
+    qint32 FEntry = 0;
+};
