@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class TQXView;
+class TQXBaseFunctions;
+class TQXScriptedUIServices;
+class TQXTreeControl;
+class TQXTreeNode;
+
+// The settings a view is driven with, as a user would set its controls.
+struct TQXViewSettings {
+    bool Dependencies = false; // view type: Distribution or Dependencies
+    int Direction = 0;         // 0 TopDown, 1 BottomUp
+    QString Level = QStringLiteral("System");
+    QString Limit = QStringLiteral("100"); // the limit box text
+    bool Option = false;                   // the option box, where it is shown
+};
+
+// Drives a TQXView without a user, for scripts, reports and benchmarks: the
+// very view the host shows, never shown itself. Settings go through the
+// controls (so their rules apply), questions are answered from the scripted
+// UI services (No unless AnswerYes), and nodes open through the tree's own
+// expansion notice, as a click would open them.
+class TQXViewDriver {
+public:
+    // Opens the repository (SQLite file path or PostgreSQL connection
+    // string) in a new view. Throws EQXError when it cannot be opened.
+    explicit TQXViewDriver(const QString& repository);
+    ~TQXViewDriver();
+
+    TQXViewDriver(const TQXViewDriver&) = delete;
+    TQXViewDriver& operator=(const TQXViewDriver&) = delete;
+
+    // Answer to every question the view asks (the root-item limit question).
+    void AnswerYes(bool yes);
+
+    void Apply(const TQXViewSettings& settings);
+    // Connects on first use, then rebuilds the tree from the root items.
+    // Throws EQXError with the view's message when the refresh failed.
+    void Refresh();
+
+    // Opens a node (its placeholder is replaced by its children).
+    void Expand(TQXTreeNode* node);
+    // Opens every node down to `depth` (0: root items only); stops after
+    // `maxNodes` nodes exist and then answers false.
+    bool ExpandToDepth(int depth, int maxNodes = 200000);
+    // Opens the nodes whose texts match the path, one text per depth;
+    // false when a text is not found.
+    bool ExpandPath(const QStringList& texts);
+
+    TQXView& View();
+    TQXTreeControl& Tree();
+    TQXBaseFunctions& BaseFunctions();
+    TQXScriptedUIServices& Ui();
+    // Statements sent to the repository so far (0 when unknown).
+    qint64 RoundTrips() const;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> FParts;
+};
