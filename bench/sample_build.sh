@@ -11,6 +11,11 @@ sample="$root/build/bin/korvane-sample"
 command -v hyperfine >/dev/null || { echo "hyperfine is not installed (apt-get install hyperfine)" >&2; exit 1; }
 out="$(mktemp -d)"
 trap 'rm -rf "$out"' EXIT
-hyperfine --runs "$runs" --export-markdown "$out/result.md" \
+hyperfine --runs "$runs" --export-json "$out/result.json" \
     "$sample --scale $scale --force $out/estate.kvdb"
-cat "$out/result.md"
+python3 - "$out/result.json" "$scale" <<'PY'
+import json, sys
+r = json.load(open(sys.argv[1]))["results"][0]
+print("korvane-sample --scale %s: median %.1f s, min %.1f s, max %.1f s over %d runs"
+      % (sys.argv[2], r["median"], r["min"], r["max"], len(r["times"])))
+PY

@@ -1,5 +1,7 @@
 #include "repository/WhereText.h"
 
+#include "repository/SchemaNames.h"
+
 #include <QStringList>
 
 namespace where {
@@ -22,6 +24,14 @@ QString Keys(std::initializer_list<std::pair<const char*, qint32>> keys) {
         text += QLatin1String(column) + QLatin1String(" = ") + Number(value);
     }
     return text;
+}
+
+QString FileObjectKeys(qint32 fileID, qint32 objectID) {
+    return Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}});
+}
+
+QString AndVariableDeclarations() {
+    return QLatin1String(" AND QXWordType = ") + Number(qx::code::WordVariableDeclaration);
 }
 
 QString AndKey(const char* column, qint32 value) {

@@ -22,6 +22,12 @@ QString Quoted(const QString& value);
 // "A = 1 AND B = 2 ...": a conjunction of equalities on key columns.
 QString Keys(std::initializer_list<std::pair<const char*, qint32>> keys);
 
+// "QXFileID = " + file + " AND QXObjectID = " + object: one object's keys.
+QString FileObjectKeys(qint32 fileID, qint32 objectID);
+
+// " AND QXWordType = " + the word type of a variable declaration.
+QString AndVariableDeclarations();
+
 // " AND " + column + " = " + number.
 QString AndKey(const char* column, qint32 value);
 

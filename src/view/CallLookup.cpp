@@ -2,10 +2,9 @@
 
 #include "repository/Errors.h"
 #include "repository/WhereText.h"
+#include "view/ImageIndexes.h"
 
 namespace {
-constexpr int IconObjectCalledAsWhole = 52;
-
 const QString CallColumns =
     QStringLiteral("SELECT QXFileID, QXObjectID, QXEntryID, QXRowID, QXWordID, QXInheritsFileID, "
                    "QXInheritsObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID, "
@@ -120,9 +119,9 @@ bool TQXCallLookup::InSamePackage(qint32 fileID, qint32 objectID, const TQXItem&
 // A call from an entry to a whole object is kept only for objects shown with
 // icon 52, and for objects missing from the repository.
 bool TQXCallLookup::IsWholeObjectCallToDrop(qint32 fileID, qint32 objectID) {
-    return FRecords.Select(qx::Table::QXOBJECT,
-                           where::Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}})) &&
-           FRecords.Int(qx::Table::QXOBJECT, qx::QXOBJECT::QXIcon) != IconObjectCalledAsWhole;
+    return FRecords.Select(qx::Table::QXOBJECT, where::FileObjectKeys(fileID, objectID)) &&
+           FRecords.Int(qx::Table::QXOBJECT, qx::QXOBJECT::QXIcon) !=
+               image::IconObjectCalledAsWhole;
 }
 
 bool TQXCallLookup::TopDown(const Source& s, const TQXItem& item, bool stopAtFirst,
@@ -212,4 +211,3 @@ bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFi
     } while (FDataAccess.NextRecord(dependencies));
     return found;
 }
-

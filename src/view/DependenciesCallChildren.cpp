@@ -4,6 +4,7 @@
 #include "platform/TreeNode.h"
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
+#include "view/ImageIndexes.h"
 
 #include <vector>
 
@@ -12,11 +13,6 @@ using qx::Table;
 namespace F = qx::QXFILE;
 namespace O = qx::QXOBJECT;
 namespace E = qx::QXENTRY;
-
-constexpr int IconInFile = 50;              // an object shown with its file's name
-constexpr int IconObjectCalledAsWhole = 52; // an object whose calls name no entry
-constexpr int ImageEntryTopDown = 29;
-constexpr int ImageEntryBottomUp = 32;
 
 const TQXItem* ItemOf(const TQXTreeNode* node) {
     return dynamic_cast<const TQXItem*>(node->Item());
@@ -167,7 +163,7 @@ TQXDependenciesCallChildren::LocateObject(qint32 fileID, qint32 objectID) {
     object.SubObjectParentName = FRecords.Text(Table::QXOBJECT, O::QXSubObjectParentName);
     object.Icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);
     object.Name = object.PlainName;
-    if (object.Icon == IconInFile &&
+    if (object.Icon == image::IconInFile &&
         FRecords.Select(Table::QXFILE, where::Keys({{"QXFileID", fileID}})))
         object.Name += QStringLiteral(" in ") + FRecords.Text(Table::QXFILE, F::QXFileName);
     return object;
@@ -188,7 +184,7 @@ TQXDependenciesCallChildren::Resolve(const TDependency& call) {
         target.EntryID = call.EntryID;
         return target;
     }
-    if (object->Icon != IconObjectCalledAsWhole)
+    if (object->Icon != image::IconObjectCalledAsWhole)
         return std::nullopt;
     target.EntryName = object->Name;
     return target;
@@ -208,7 +204,7 @@ bool TQXDependenciesCallChildren::IsListed(const TQXTreeNode* node, const TDepen
 
 int TQXDependenciesCallChildren::Image(const Target& target, const QString& hiddenPartName) {
     if (FKind == Kind::Entries)
-        return (FDirection == 0 ? ImageEntryTopDown : ImageEntryBottomUp) + FLevelN;
+        return (FDirection == 0 ? image::ImageEntryTopDown : image::ImageEntryBottomUp) + FLevelN;
     if (target.Obj.Icon == qx::code::IconHiddenPart)
         return HiddenPartImage(hiddenPartName);
     return target.Obj.Icon + FDirection;

@@ -5,6 +5,7 @@
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
 #include "view/DependenciesCallChildren.h"
+#include "view/ImageIndexes.h"
 #include "view/Recursion.h"
 
 #include <memory>
@@ -17,11 +18,8 @@ namespace A = qx::QXATTRIBUTE;
 namespace P = qx::QXPACKAGE;
 namespace R = qx::QXROW;
 
-constexpr int ImagePackageTopDown = 12;
-constexpr int ImagePackageBottomUp = 13;
 constexpr int ImageLineWithCall = 23;      // + N, Code view TopDown
 constexpr int ImageLineCallingParent = 27; // + the depth's parity, Code view BottomUp
-constexpr int ImageLine = 0;
 
 const TQXItem* ItemOf(const TQXTreeNode* node) {
     return dynamic_cast<const TQXItem*>(node->Item());
@@ -169,7 +167,8 @@ void TQXDependenciesExpander::AddPackageOfCurrentRecord(TQXTreeNode* node, int d
         std::make_unique<TQXItem>(records.Int(Table::QXPACKAGE, P::QXFileID), 0, 0, 0,
                                   records.Int(Table::QXPACKAGE, P::QXPackageID), 0, 0, 0, 0);
     FContext.Tree.AddChild(node, records.Text(Table::QXPACKAGE, P::QXPackageName), std::move(item),
-                           direction == 0 ? ImagePackageTopDown : ImagePackageBottomUp);
+                           direction == 0 ? image::ImagePackageTopDown
+                                          : image::ImagePackageBottomUp);
 }
 
 // The lines of code of the node's entry, in record order. TopDown marks the
@@ -191,14 +190,14 @@ void TQXDependenciesExpander::AddLines(TQXTreeNode* node, const TQXItem& item, i
                                               records.Int(Table::QXROW, R::QXEntryID),
                                               records.Int(Table::QXROW, R::QXRowID), 0);
         const QString text = records.Text(Table::QXROW, R::QXRow);
-        int image = ImageLine;
+        int imageIndex = image::ImageRow;
         if (direction == 0) {
             if (records.Int(Table::QXROW, R::QXCall) != 0)
-                image = ImageLineWithCall + levelN;
+                imageIndex = ImageLineWithCall + levelN;
         } else if (calledEntry != nullptr && MakesCallInto(*calledEntry, *line)) {
-            image = ImageLineCallingParent + depth % 2;
+            imageIndex = ImageLineCallingParent + depth % 2;
         }
-        FContext.Tree.AddChild(node, text, std::move(line), image);
+        FContext.Tree.AddChild(node, text, std::move(line), imageIndex);
     } while (records.Next(Table::QXROW));
 }
 

@@ -5,6 +5,7 @@
 #include "repository/WhereText.h"
 #include "view/DistributionNodes.h"
 #include "view/ExpansionContext.h"
+#include "view/ImageIndexes.h"
 #include "view/ObjectContents.h"
 #include "view/Recursion.h"
 
@@ -22,21 +23,6 @@ namespace A = qx::QXATTRIBUTE;
 
 constexpr int IconHiddenPart = qx::code::IconHiddenPart;
 constexpr int IconComputerAmongApplications = qx::code::IconComputerAmongApplications;
-constexpr int IconInFile = 50;
-constexpr int IconInFileBottomUp = 51;
-constexpr int ImageRow = 0;
-constexpr int ImagePackageTopDown = 12;
-constexpr int ImagePackageBottomUp = 13;
-constexpr int ImageEntryBottomUp = 32;
-constexpr int ImageVariable = 35;
-
-QString ObjectKeys(qint32 fileID, qint32 objectID) {
-    return where::Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}});
-}
-
-QString Declarations() {
-    return QStringLiteral(" AND QXWordType = ") + where::Number(qx::code::WordVariableDeclaration);
-}
 
 // The item of a system, computer or application, by the QXFILE column that
 // refers to it.
@@ -161,8 +147,8 @@ TQXDistributionExpander::Outcome TQXDistributionExpander::VariableRootParent(con
     if (!FRecords.Select(Table::QXENTRY, where::Keys({{"QXFileID", item.FileID},
                                                       {"QXObjectId", item.ObjectID},
                                                       {"QXEntryId", item.EntryID}})))
-        return ParentObject(ObjectKeys(item.FileID, item.ObjectID));
-    if (FRecords.Select(Table::QXOBJECT, ObjectKeys(item.FileID, item.ObjectID)))
+        return ParentObject(where::FileObjectKeys(item.FileID, item.ObjectID));
+    if (FRecords.Select(Table::QXOBJECT, where::FileObjectKeys(item.FileID, item.ObjectID)))
         EntryAbove();
     return Outcome::GoOn;
 }
@@ -210,13 +196,13 @@ void TQXDistributionExpander::EntryAbove() {
         std::make_unique<TQXItem>(FRecords.Int(Table::QXENTRY, E::QXFileID), 0, 0, 0, 0,
                                   FRecords.Int(Table::QXENTRY, E::QXObjectID),
                                   FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0),
-        ImageEntryBottomUp);
+        image::ImageEntryBottomUp);
 }
 
 // A sub-object shows its enclosing object; any other object its packages,
 // or else its application or computer.
 void TQXDistributionExpander::ObjectContainers(const TQXItem& item) {
-    if (!FRecords.Select(Table::QXOBJECT, ObjectKeys(item.FileID, item.ObjectID)))
+    if (!FRecords.Select(Table::QXOBJECT, where::FileObjectKeys(item.FileID, item.ObjectID)))
         return;
     const qint32 fileID = FRecords.Int(Table::QXOBJECT, O::QXFileID);
     const QString parentName = FRecords.Text(Table::QXOBJECT, O::QXSubObjectParentName);
@@ -231,7 +217,7 @@ void TQXDistributionExpander::ObjectContainers(const TQXItem& item) {
                 std::make_unique<TQXItem>(FRecords.Int(Table::QXPACKAGE, P::QXFileID), 0, 0, 0,
                                           FRecords.Int(Table::QXPACKAGE, P::QXPackageID), 0, 0, 0,
                                           0),
-                ImagePackageBottomUp);
+                image::ImagePackageBottomUp);
         while (FRecords.Next(Table::QXPACKAGE));
         return;
     }
@@ -300,7 +286,7 @@ void TQXDistributionExpander::EntryContents(const TQXItem& item) {
     FSort = false;
     const QString entryKeys = where::Keys(
         {{"QXFileID", item.FileID}, {"QXObjectID", item.ObjectID}, {"QXEntryID", item.EntryID}});
-    if (FRecords.Select(Table::QXWORD, entryKeys + Declarations())) {
+    if (FRecords.Select(Table::QXWORD, entryKeys + where::AndVariableDeclarations())) {
         do
             Add(QLatin1Char(' ') + FRecords.Text(Table::QXWORD, W::QXWord) +
                     QStringLiteral(" as ") + FRecords.Text(Table::QXWORD, W::QXObjectIdentifier),
@@ -309,7 +295,7 @@ void TQXDistributionExpander::EntryContents(const TQXItem& item) {
                                           FRecords.Int(Table::QXWORD, W::QXEntryID),
                                           FRecords.Int(Table::QXWORD, W::QXRowID),
                                           FRecords.Int(Table::QXWORD, W::QXWordID)),
-                ImageVariable);
+                image::ImageVariable);
         while (FRecords.Next(Table::QXWORD));
     }
     if (FRecords.Select(Table::QXROW, entryKeys)) {
@@ -319,7 +305,7 @@ void TQXDistributionExpander::EntryContents(const TQXItem& item) {
                                           FRecords.Int(Table::QXROW, R::QXObjectID),
                                           FRecords.Int(Table::QXROW, R::QXEntryID),
                                           FRecords.Int(Table::QXROW, R::QXRowID), 0),
-                ImageRow);
+                image::ImageRow);
         while (FRecords.Next(Table::QXROW));
     }
 }
@@ -341,7 +327,7 @@ void TQXDistributionExpander::PackageMembers(const TQXItem& item) {
             continue;
         }
         const qint32 icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);
-        if (icon == IconInFile)
+        if (icon == image::IconInFile)
             continue;
         Add(ObjectNodeText(FRecords),
             std::make_unique<TQXItem>(FRecords.Int(Table::QXOBJECT, O::QXFileID), 0, 0, 0, 0,
@@ -368,14 +354,14 @@ void TQXDistributionExpander::ApplicationContents(const TQXItem& item) {
                     std::make_unique<TQXItem>(fileID, 0, 0, 0,
                                               FRecords.Int(Table::QXPACKAGE, P::QXPackageID), 0, 0,
                                               0, 0),
-                    ImagePackageTopDown);
+                    image::ImagePackageTopDown);
         } while (FRecords.Next(Table::QXFILE));
     }
     if (!FRecords.Select(Table::QXOBJECT, QStringLiteral("QXInPackage = 0")))
         return;
     do {
         const qint32 icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);
-        if (icon == IconInFile || icon == IconHiddenPart)
+        if (icon == image::IconInFile || icon == IconHiddenPart)
             continue;
         const qint32 fileID = FRecords.Int(Table::QXOBJECT, O::QXFileID);
         if (!FRecords.Locate(Table::QXFILE, QStringLiteral("QXFileID"), {fileID}))
@@ -418,27 +404,12 @@ void TQXDistributionExpander::AddPlaceholders() {
         bool expandable = false;
         if (FDirection != 0)
             expandable = item->SystemID == 0;
-        else if (child->ImageIndex() == IconInFile || child->ImageIndex() == IconInFileBottomUp)
-            expandable = ObjectHasContents(item->FileID, item->ObjectID);
+        else if (child->ImageIndex() == image::IconInFile ||
+                 child->ImageIndex() == image::IconInFileBottomUp)
+            expandable = ObjectHasContents(FRecords, item->FileID, item->ObjectID);
         else
             expandable = item->RowID == 0;
         if (expandable)
             FTree.AddPlaceholder(child);
     }
-}
-
-// Whether an object shown in its file has sub-objects, an ancestor, entries
-// or variables of its own.
-bool TQXDistributionExpander::ObjectHasContents(qint32 fileID, qint32 objectID) {
-    if (!FRecords.Select(Table::QXOBJECT, ObjectKeys(fileID, objectID)))
-        return false;
-    const QString identifier = FRecords.Text(Table::QXOBJECT, O::QXObjectIdentifier);
-    const QString inherits = FRecords.Text(Table::QXOBJECT, O::QXObjectInherits);
-    return FRecords.Select(Table::QXOBJECT,
-                           where::Keys({{"QXFileID", fileID}}) +
-                               where::AndText("QXSubObjectParentName", identifier)) ||
-           !inherits.isEmpty() || FRecords.Select(Table::QXENTRY, ObjectKeys(fileID, objectID)) ||
-           FRecords.Select(Table::QXWORD, ObjectKeys(fileID, objectID) +
-                                              QStringLiteral(" AND QXEntryID = 0") +
-                                              Declarations());
 }

@@ -66,7 +66,6 @@ private:
     TQXTreeNode* Add(const QString& text, std::unique_ptr<TQXItem> item, int image);
 
     void AddPlaceholders();
-    bool ObjectHasContents(qint32 fileID, qint32 objectID);
 
     TQXExpansionContext& FContext;
     TQXRecordReader& FRecords;

@@ -31,3 +31,21 @@ QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool
     while (records.Next(Table::QXFILE));
     return files;
 }
+
+bool ObjectHasContents(TQXRecordReader& records, qint32 fileID, qint32 objectID) {
+    using qx::Table;
+    if (!records.Select(Table::QXOBJECT, where::FileObjectKeys(fileID, objectID)))
+        return false;
+    const QString inherits = records.Text(Table::QXOBJECT, qx::QXOBJECT::QXObjectInherits);
+    const QString identifier = records.Text(Table::QXOBJECT, qx::QXOBJECT::QXObjectIdentifier);
+    if (records.Select(Table::QXOBJECT, where::Keys({{"QXFileID", fileID}}) +
+                                            where::AndText("QXSubObjectParentName", identifier)))
+        return true;
+    if (!inherits.isEmpty())
+        return true;
+    if (records.Select(Table::QXENTRY, where::FileObjectKeys(fileID, objectID)))
+        return true;
+    return records.Select(Table::QXWORD, where::FileObjectKeys(fileID, objectID) +
+                                             QStringLiteral(" AND QXEntryID = 0") +
+                                             where::AndVariableDeclarations());
+}

@@ -5,7 +5,8 @@
 #include <QList>
 #include <QString>
 
-// Pieces shared by the Distribution expansion and the object contents.
+// Pieces shared by the Distribution expansion, the object contents and the
+// root items.
 
 // The text of an object node: QXObjectName + " [" + QXObjectType + "]" of the
 // current QXOBJECT record.
@@ -20,3 +21,8 @@ bool IsSetName(const QString& name);
 // that ACCT.CBL finds ACCT.CPY. The file itself is included when asked. Empty
 // when the file is missing or nothing matches. Leaves a QXFILE selection.
 QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool includeOwn);
+
+// Whether an object shown in its file has anything to show when opened:
+// sub-objects, an ancestor, entries, or variables of its own. False for a
+// missing object.
+bool ObjectHasContents(TQXRecordReader& records, qint32 fileID, qint32 objectID);

@@ -4,6 +4,7 @@
 #include "repository/SchemaNames.h"
 #include "repository/WhereText.h"
 #include "view/DistributionNodes.h"
+#include "view/ImageIndexes.h"
 #include "view/RecordReader.h"
 
 #include <QSet>
@@ -17,18 +18,9 @@ namespace E = qx::QXENTRY;
 namespace R = qx::QXROW;
 namespace W = qx::QXWORD;
 
-constexpr int ImageRow = 0;
-constexpr int ImageEntry = 29;
-constexpr int ImageVariable = 35;
-constexpr int ImagePersistentVariable = 45;
-
-QString ObjectKeys(qint32 fileID, qint32 objectID) {
-    return where::Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}});
-}
-
 QString ObjectLevelDeclarations(qint32 fileID, qint32 objectID) {
-    return ObjectKeys(fileID, objectID) + QStringLiteral(" AND QXEntryID = 0 AND QXWordType = ") +
-           where::Number(qx::code::WordVariableDeclaration);
+    return where::FileObjectKeys(fileID, objectID) + QStringLiteral(" AND QXEntryID = 0") +
+           where::AndVariableDeclarations();
 }
 } // namespace
 
@@ -38,13 +30,14 @@ TQXObjectContents::TQXObjectContents(TQXRecordReader& records, TQXTreeControl& t
 void TQXObjectContents::Show(TQXTreeNode* node, const TQXItem& item) {
     FNode = node;
     const int nodeImage = node->ImageIndex();
-    FVariableImage = nodeImage == 20 || nodeImage == 43 ? ImagePersistentVariable : ImageVariable;
+    FVariableImage = image::IsPersistentStorage(nodeImage) ? image::ImagePersistentVariable
+                                                           : image::ImageVariable;
     FInherited = false;
     FSubObjects.clear();
     FVariables.clear();
     FEntries.clear();
 
-    if (!FRecords.Select(Table::QXOBJECT, ObjectKeys(item.FileID, item.ObjectID)))
+    if (!FRecords.Select(Table::QXOBJECT, where::FileObjectKeys(item.FileID, item.ObjectID)))
         return;
     QSet<std::pair<qint32, qint32>> listed;
     for (;;) {
@@ -90,9 +83,9 @@ void TQXObjectContents::ListPass(const PassObject& pass) {
     });
     AddVariables(ObjectLevelDeclarations(pass.FileID, pass.ObjectID), pass.Name);
     AddLines(pass);
-    AddEntries(ObjectKeys(pass.FileID, pass.ObjectID), pass.Name);
+    AddEntries(where::FileObjectKeys(pass.FileID, pass.ObjectID), pass.Name);
     ForEachUsedHiddenPart(pass, [&](qint32 fileID, qint32 objectID) {
-        AddEntries(ObjectKeys(fileID, objectID), pass.Name);
+        AddEntries(where::FileObjectKeys(fileID, objectID), pass.Name);
     });
 }
 
@@ -131,7 +124,8 @@ void TQXObjectContents::ForEachUsedHiddenPart(
     do {
         const qint32 fileID = FRecords.Int(Table::QXOBJECT, O::QXFileID);
         const qint32 objectID = FRecords.Int(Table::QXOBJECT, O::QXObjectID);
-        const QString used = ObjectKeys(fileID, objectID) + QStringLiteral(" AND QXEntryID = 0") +
+        const QString used = where::FileObjectKeys(fileID, objectID) +
+                             QStringLiteral(" AND QXEntryID = 0") +
                              where::AndKey("QXFromFileID", pass.FileID) +
                              where::AndKey("QXFromObjectID", pass.ObjectID) +
                              QStringLiteral(" AND QXFromEntryID = 0");
@@ -168,7 +162,7 @@ void TQXObjectContents::AddLines(const PassObject& pass) {
         rowWhere = where::Keys({{"QXFileID", pass.FileID}}) +
                    QStringLiteral(" AND QXObjectID >= 0 AND QXEntryID = 0");
     else if (pass.Icon == 54 || pass.Icon == 39)
-        rowWhere = ObjectKeys(pass.FileID, pass.ObjectID);
+        rowWhere = where::FileObjectKeys(pass.FileID, pass.ObjectID);
     else
         return;
     if (!FRecords.Select(Table::QXROW, rowWhere))
@@ -179,7 +173,7 @@ void TQXObjectContents::AddLines(const PassObject& pass) {
                                                  0, FRecords.Int(Table::QXROW, R::QXObjectID),
                                                  FRecords.Int(Table::QXROW, R::QXEntryID),
                                                  FRecords.Int(Table::QXROW, R::QXRowID), 0),
-                       ImageRow);
+                       image::ImageRow);
     while (FRecords.Next(Table::QXROW));
 }
 
@@ -194,7 +188,7 @@ void TQXObjectContents::AddEntries(const QString& entryWhere, const QString& obj
                        std::make_unique<TQXItem>(FRecords.Int(Table::QXENTRY, E::QXFileID), 0, 0, 0,
                                                  0, FRecords.Int(Table::QXENTRY, E::QXObjectID),
                                                  FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0),
-                       ImageEntry);
+                       image::ImageEntryTopDown);
     } while (FRecords.Next(Table::QXENTRY));
 }
 

@@ -4,6 +4,8 @@
 #include "repository/Errors.h"
 #include "repository/SchemaNames.h"
 #include "repository/WhereText.h"
+#include "view/DistributionNodes.h"
+#include "view/ImageIndexes.h"
 
 #include <QSet>
 
@@ -18,25 +20,6 @@ namespace R = qx::QXROW;
 namespace W = qx::QXWORD;
 namespace P = qx::QXPACKAGE;
 namespace A = qx::QXATTRIBUTE;
-
-constexpr int IconInFile = 50;
-constexpr int IconInFileBottomUp = 51;
-constexpr int IconSameBothWays = 22;
-constexpr int ImagePackageTopDown = 12;
-constexpr int ImagePackageBottomUp = 13;
-constexpr int ImageEntryTopDown = 29;
-constexpr int ImageEntryBottomUp = 32;
-constexpr int ImageRow = 0;
-constexpr int ImageVariable = 35;
-constexpr int ImagePersistentVariable = 45;
-
-bool IsPersistentStorage(int icon) {
-    return icon == 20 || icon == 43;
-}
-
-QString ObjectKeys(qint32 fileID, qint32 objectID) {
-    return where::Keys({{"QXFileID", fileID}, {"QXObjectID", objectID}});
-}
 } // namespace
 
 TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree, Hooks hooks)
@@ -128,7 +111,7 @@ bool TQXRootItemLister::LocateEntry(qint32 fileID, qint32 objectID, qint32 entry
 // their file; the file must be the located one.
 QString TQXRootItemLister::ObjectText() {
     QString text = FRecords.Text(Table::QXOBJECT, O::QXObjectName);
-    if (FRecords.Int(Table::QXOBJECT, O::QXIcon) == IconInFile)
+    if (FRecords.Int(Table::QXOBJECT, O::QXIcon) == image::IconInFile)
         text += QStringLiteral(" in ") + FRecords.Text(Table::QXFILE, F::QXFileName);
     return text;
 }
@@ -190,8 +173,8 @@ void TQXRootItemLister::ListPackages() {
         if (IsDuplicatePackage(fileID, packageID) || !LocateFile(fileID))
             continue;
         if (AfterAdd(Add(std::move(item), FRecords.Text(Table::QXPACKAGE, P::QXPackageName),
-                         FDirection == 0 ? ImagePackageTopDown : ImagePackageBottomUp)) ==
-            Walk::Done)
+                         FDirection == 0 ? image::ImagePackageTopDown
+                                         : image::ImagePackageBottomUp)) == Walk::Done)
             return;
     } while (FRecords.Next(Table::QXPACKAGE));
 }
@@ -263,8 +246,8 @@ void TQXRootItemLister::ListObjects() {
                                       FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0);
         const QString text = ObjectText() + QStringLiteral(" [") +
                              FRecords.Text(Table::QXOBJECT, O::QXObjectType) + QLatin1Char(']');
-        const int image = FDirection == 0 || icon == IconSameBothWays ? icon : icon + 1;
-        return AfterAdd(Add(std::move(item), text, image));
+        const int imageIndex = FDirection == 0 || icon == image::IconSameBothWays ? icon : icon + 1;
+        return AfterAdd(Add(std::move(item), text, imageIndex));
     };
     if (FRootFilter.PackageCondition)
         WalkPackageMembers(visit);
@@ -276,8 +259,8 @@ TQXRootItemLister::Walk TQXRootItemLister::EntriesOfCurrentObject() {
     const qint32 fileID = FRecords.Int(Table::QXOBJECT, O::QXFileID);
     const qint32 objectID = FRecords.Int(Table::QXOBJECT, O::QXObjectID);
     const QString objectText = ObjectText();
-    if (!FRecords.Select(Table::QXENTRY,
-                         ObjectKeys(fileID, objectID) + where::AndSub(FRootFilter.EntryCondition)))
+    if (!FRecords.Select(Table::QXENTRY, where::FileObjectKeys(fileID, objectID) +
+                                             where::AndSub(FRootFilter.EntryCondition)))
         return Walk::Next;
     do {
         auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID,
@@ -285,7 +268,8 @@ TQXRootItemLister::Walk TQXRootItemLister::EntriesOfCurrentObject() {
         const QString text = FRecords.Text(Table::QXENTRY, E::QXEntryName) + QStringLiteral(" [") +
                              objectText + QLatin1Char(']');
         if (AfterAdd(Add(std::move(item), text,
-                         FDirection == 0 ? ImageEntryTopDown : ImageEntryBottomUp)) == Walk::Done)
+                         FDirection == 0 ? image::ImageEntryTopDown : image::ImageEntryBottomUp)) ==
+            Walk::Done)
             return Walk::Done;
     } while (FRecords.Next(Table::QXENTRY));
     return Walk::Next;
@@ -314,7 +298,8 @@ void TQXRootItemLister::ListEntries() {
         const QString text = FRecords.Text(Table::QXENTRY, E::QXEntryName) + QStringLiteral(" [") +
                              ObjectText() + QLatin1Char(']');
         if (AfterAdd(Add(std::move(item), text,
-                         FDirection == 0 ? ImageEntryTopDown : ImageEntryBottomUp)) == Walk::Done)
+                         FDirection == 0 ? image::ImageEntryTopDown : image::ImageEntryBottomUp)) ==
+            Walk::Done)
             return;
     } while (FRecords.Next(Table::QXENTRY));
 }
@@ -335,13 +320,13 @@ void TQXRootItemLister::ListRows() {
         const QString text = FRecords.Text(Table::QXROW, R::QXRow) + QStringLiteral(" [") +
                              objectName + (entryFound ? QLatin1Char('.') + entryName : QString()) +
                              QLatin1Char(']');
-        return AfterAdd(Add(std::move(item), text, ImageRow));
+        return AfterAdd(Add(std::move(item), text, image::ImageRow));
     };
     auto rowsOfObject = [&] {
         const QString objectName = FRecords.Text(Table::QXOBJECT, O::QXObjectName);
         if (!FRecords.Select(Table::QXROW,
-                             ObjectKeys(FRecords.Int(Table::QXOBJECT, O::QXFileID),
-                                        FRecords.Int(Table::QXOBJECT, O::QXObjectID)) +
+                             where::FileObjectKeys(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                                                   FRecords.Int(Table::QXOBJECT, O::QXObjectID)) +
                                  where::AndSub(FRootFilter.RowCondition)))
             return Walk::Next;
         do
@@ -369,8 +354,7 @@ void TQXRootItemLister::ListRows() {
 }
 
 void TQXRootItemLister::ListWords() {
-    const QString declarations =
-        QStringLiteral(" AND QXWordType = ") + where::Number(qx::code::WordVariableDeclaration);
+    const QString declarations = where::AndVariableDeclarations();
     auto addWord = [this] {
         const qint32 fileID = FRecords.Int(Table::QXWORD, W::QXFileID);
         const qint32 objectID = FRecords.Int(Table::QXWORD, W::QXObjectID);
@@ -388,15 +372,15 @@ void TQXRootItemLister::ListWords() {
             FRecords.Text(Table::QXWORD, W::QXObjectIdentifier) + QStringLiteral(" [") +
             FRecords.Text(Table::QXOBJECT, O::QXObjectName) +
             (entryID > 0 ? QLatin1Char('.') + entryName : QString()) + QLatin1Char(']');
-        const int image = IsPersistentStorage(FRecords.Int(Table::QXOBJECT, O::QXIcon))
-                              ? ImagePersistentVariable
-                              : ImageVariable;
-        return AfterAdd(Add(std::move(item), text, image));
+        const int imageIndex = image::IsPersistentStorage(FRecords.Int(Table::QXOBJECT, O::QXIcon))
+                                   ? image::ImagePersistentVariable
+                                   : image::ImageVariable;
+        return AfterAdd(Add(std::move(item), text, imageIndex));
     };
     auto wordsOfObject = [&] {
         if (!FRecords.Select(Table::QXWORD,
-                             ObjectKeys(FRecords.Int(Table::QXOBJECT, O::QXFileID),
-                                        FRecords.Int(Table::QXOBJECT, O::QXObjectID)) +
+                             where::FileObjectKeys(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                                                   FRecords.Int(Table::QXOBJECT, O::QXObjectID)) +
                                  declarations + where::AndSub(FRootFilter.WordCondition)))
             return Walk::Next;
         do
@@ -421,26 +405,6 @@ void TQXRootItemLister::ListWords() {
     }
 }
 
-// Whether an object shown in its file has anything to show when opened:
-// sub-objects, an ancestor, entries, or variables of its own.
-bool TQXRootItemLister::ObjectHasContents(qint32 fileID, qint32 objectID) {
-    if (!FRecords.Select(Table::QXOBJECT, ObjectKeys(fileID, objectID)))
-        return false;
-    const QString inherits = FRecords.Text(Table::QXOBJECT, O::QXObjectInherits);
-    const QString identifier = FRecords.Text(Table::QXOBJECT, O::QXObjectIdentifier);
-    if (FRecords.Select(Table::QXOBJECT, where::Keys({{"QXFileID", fileID}}) +
-                                             where::AndText("QXSubObjectParentName", identifier)))
-        return true;
-    if (!inherits.isEmpty())
-        return true;
-    if (FRecords.Select(Table::QXENTRY, ObjectKeys(fileID, objectID)))
-        return true;
-    return FRecords.Select(Table::QXWORD,
-                           ObjectKeys(fileID, objectID) +
-                               QStringLiteral(" AND QXEntryID = 0 AND QXWordType = ") +
-                               where::Number(qx::code::WordVariableDeclaration));
-}
-
 void TQXRootItemLister::AddPlaceholders() {
     const bool codeOrData = FLevel == QLatin1String("Code") || FLevel == QLatin1String("Data");
     const bool data = FLevel == QLatin1String("Data");
@@ -453,9 +417,9 @@ void TQXRootItemLister::AddPlaceholders() {
         if (FKind == 0)
             expandable = codeOrData || FHooks.HasDependencies(*item, FDirection);
         else if (FDirection == 0)
-            expandable = !data && (node->ImageIndex() == IconInFile ||
-                                           node->ImageIndex() == IconInFileBottomUp
-                                       ? ObjectHasContents(item->FileID, item->ObjectID)
+            expandable = !data && (node->ImageIndex() == image::IconInFile ||
+                                           node->ImageIndex() == image::IconInFileBottomUp
+                                       ? ObjectHasContents(FRecords, item->FileID, item->ObjectID)
                                        : item->RowID == 0);
         else
             expandable = data || item->SystemID == 0;

@@ -68,7 +68,6 @@ private:
     QString ObjectText();
 
     void AddPlaceholders();
-    bool ObjectHasContents(qint32 fileID, qint32 objectID);
     bool IsDuplicatePackage(qint32 fileID, qint32 packageID) const;
 
     TQXRecordReader& FRecords;

@@ -5,36 +5,13 @@
 #include "platform/ScriptedUIServices.h"
 #include "repository/Errors.h"
 #include "repository/TreeItems.h"
+#include "support/NullDataAccess.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
-
-// Stands in for a repository connection; nothing is read through it.
-class NullDataAccess final : public TQXDataAccessInterface {
-public:
-    void CloseTables(QObject*, bool) override {}
-    TQXTableRef GetTableRef(const QString&) override { return nullptr; }
-    TQXFieldRef GetFieldRef(TQXTableRef, const QString&) override { return nullptr; }
-    QString GetFieldName(TQXTableRef, TQXFieldRef) override { return {}; }
-    bool SelectRecords(TQXTableRef, const QString&) override { return false; }
-    bool NextRecord(TQXTableRef) override { return false; }
-    void DeleteRecords(TQXTableRef, const QString&, int) override {}
-    QVariant GetFieldValue(TQXTableRef, TQXFieldRef) override { return {}; }
-    void SetFieldValue(TQXTableRef, TQXFieldRef, const QVariant&) override {}
-    bool LocateRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
-        return false;
-    }
-    bool LocateNextRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
-        return false;
-    }
-    void EndRefresh(bool, bool) override {}
-    std::unique_ptr<TQXDataSet> OpenQuery(QObject*, const QStringList&, int) override {
-        return nullptr;
-    }
-};
 
 QString ErrorOf(const std::function<void()>& action) {
     try {

@@ -4,6 +4,7 @@
 #include "repository/TableHandleSet.h"
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
+#include "support/NullDataAccess.h"
 
 #include <QtTest>
 
@@ -12,7 +13,7 @@
 namespace {
 
 // Records the binding calls and can fail at a chosen call.
-class RecordingDataAccess : public TQXDataAccessInterface {
+class RecordingDataAccess : public NullDataAccess {
 public:
     struct Table : TQXDataSet {
         QString name;
@@ -46,23 +47,6 @@ public:
         Count();
         fields.push_back(TQXField{table, column, 0});
         return &fields.back();
-    }
-    void CloseTables(QObject*, bool) override {}
-    QString GetFieldName(TQXTableRef, TQXFieldRef) override { return {}; }
-    bool SelectRecords(TQXTableRef, const QString&) override { return false; }
-    bool NextRecord(TQXTableRef) override { return false; }
-    void DeleteRecords(TQXTableRef, const QString&, int) override {}
-    QVariant GetFieldValue(TQXTableRef, TQXFieldRef) override { return {}; }
-    void SetFieldValue(TQXTableRef, TQXFieldRef, const QVariant&) override {}
-    bool LocateRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
-        return false;
-    }
-    bool LocateNextRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
-        return false;
-    }
-    void EndRefresh(bool, bool) override {}
-    std::unique_ptr<TQXDataSet> OpenQuery(QObject*, const QStringList&, int) override {
-        return nullptr;
     }
 };
 
@@ -113,6 +97,9 @@ private slots:
                  QStringLiteral("QXFileID = 12 AND QXObjectID = -3 AND QXEntryID = 0"));
         QCOMPARE(QStringLiteral("QXFileID = 4") + where::AndKey("QXObjectID", 7),
                  QStringLiteral("QXFileID = 4 AND QXObjectID = 7"));
+        QCOMPARE(where::FileObjectKeys(4, -7), QStringLiteral("QXFileID = 4 AND QXObjectID = -7"));
+        QCOMPARE(QStringLiteral("QXEntryID = 0") + where::AndVariableDeclarations(),
+                 QStringLiteral("QXEntryID = 0 AND QXWordType = 1011"));
         QCOMPARE(where::AndText("QXSubObjectParentName", QStringLiteral("ACCT")),
                  QStringLiteral(" AND QXSubObjectParentName = 'ACCT'"));
         QCOMPARE(where::AndSub(QStringLiteral("QXIcon = 20 OR QXIcon = 43")),

@@ -1,9 +1,7 @@
 // Dependencies expansion on a purpose-built estate: entry steps, the order
 // and texts of inherited and uncertain calls, hidden-part icons, recursion,
 // the Code view's images by depth, and the grouping levels.
-#include "platform/TreeControl.h"
-#include "sqlaccess/SqlDataAccess.h"
-#include "support/TestRepository.h"
+#include "support/ViewRepositoryFixture.h"
 #include "view/CallLookup.h"
 #include "view/DependenciesExpander.h"
 
@@ -107,16 +105,11 @@ TQXItem Entry(int file, int object, int entry) {
 
 } // namespace
 
-class TestDependenciesExpansion : public QObject {
+class TestDependenciesExpansion : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    TestRepository FRepo;
-    std::unique_ptr<SqlDataAccess> FAccess;
-    TQXTableHandleSet FTables;
-    std::unique_ptr<TQXRecordReader> FRecords;
     std::unique_ptr<TQXCallLookup> FLookup;
     TDependencies FList;
-    std::unique_ptr<TQXTreeControl> FTree;
     std::unique_ptr<TQXExpansionContext> FContext;
 
     // An expandable root node of an empty tree, in a view of that level.
@@ -139,12 +132,6 @@ class TestDependenciesExpansion : public QObject {
                 return Open(node->Child(i), direction);
         qFatal("no child %s", qPrintable(child));
     }
-    static QStringList Texts(const TQXTreeNode* node) {
-        QStringList texts;
-        for (int i = 0; i < node->ChildCount(); ++i)
-            texts << node->Child(i)->Text();
-        return texts;
-    }
     static QList<int> Images(const TQXTreeNode* node) {
         QList<int> images;
         for (int i = 0; i < node->ChildCount(); ++i)
@@ -162,11 +149,8 @@ class TestDependenciesExpansion : public QObject {
 private slots:
     void initTestCase() {
         BuildEstate(FRepo);
-        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
-        AssignDBPointers(*FAccess, FTables);
-        FRecords = std::make_unique<TQXRecordReader>(*FAccess, FTables);
+        OpenRepository();
         FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables, nullptr);
-        FTree = std::make_unique<TQXTreeControl>();
         FContext = std::make_unique<TQXExpansionContext>(
             TQXExpansionContext{*FRecords, *FTree,
                                 [this](const TQXItem& item, int direction, bool stopAtFirst) {
@@ -181,9 +165,9 @@ private slots:
 
     void aNodeIsExpandedOnce() {
         TQXTreeNode* main = Open(Root("Object", Object(1, 1)));
-        const QStringList first = Texts(main);
+        const QStringList first = ChildTexts(main);
         QCOMPARE(first.size(), 6);
-        QCOMPARE(Texts(Open(main)), first);
+        QCOMPARE(ChildTexts(Open(main)), first);
         // Only children that call something get a placeholder.
         QCOMPARE(Expandable(main), (QList<int>{0, 0, 0, 1, 1, 1}));
         // The Data view only drops the placeholder.
@@ -214,7 +198,7 @@ private slots:
         QVERIFY(main->FirstChild()->IsPlaceholder());
         TQXTreeNode* beta = Root("Object", Object(2, 1));
         beta->setExpanded(true);
-        QCOMPARE(Texts(beta), QStringList{"MAIN [Program]"});
+        QCOMPARE(ChildTexts(beta), QStringList{"MAIN [Program]"});
         disconnect(expansion);
     }
 
@@ -224,16 +208,16 @@ private slots:
         const QString unsure =
             "    CUSTFILE in CUST.DAT [File] [Parser unshure, therefore possible call]";
         QCOMPARE(
-            Texts(Open(Root("Object", Object(1, 1)))),
+            ChildTexts(Open(Root("Object", Object(1, 1)))),
             (QStringList{"ALPHA [Class]", base, mixin, "BETA [Class]", "ZETA [Program]", unsure}));
         TQXTreeNode* main = Open(Root("Object", Object(1, 1), true));
-        QCOMPARE(Texts(main), (QStringList{"ZETA [Program]", "ALPHA [Class]", base, mixin,
-                                           "BETA [Class]", unsure}));
+        QCOMPARE(ChildTexts(main), (QStringList{"ZETA [Program]", "ALPHA [Class]", base, mixin,
+                                                "BETA [Class]", unsure}));
         QCOMPARE(Images(main), (QList<int>{20, 30, 30, 32, 30, 50}));
         // Entries: the inheriting name is the sub-object's full name; the
         // inherited entry follows the first child of its object only.
         QCOMPARE(
-            Texts(Open(Root("Entry", Entry(1, 1, 1)))),
+            ChildTexts(Open(Root("Entry", Entry(1, 1, 1)))),
             (QStringList{"INIT [ALPHA]",
                          "    RUN [BASE]    [Inherited from MAIN.ALPHA, therefore possible call]",
                          "ZAP [ALPHA]"}));
@@ -241,16 +225,16 @@ private slots:
 
     void bottomUpInheritedAndUncertainCallers() {
         TQXTreeNode* base = Open(Root("Object", Object(2, 2)), 1);
-        QCOMPARE(Texts(base),
+        QCOMPARE(ChildTexts(base),
                  (QStringList{"MAIN [MAIN inherits from ALPHA, therefore possible caller]",
                               "CUSTFILE [CUSTFILE in CUST.DAT inherits from BETA, therefore "
                               "possible caller]"}));
         QCOMPARE(Images(base), (QList<int>{21, 51}));
-        QCOMPARE(Texts(Open(Root("Object", Object(3, 1)), 1)),
+        QCOMPARE(ChildTexts(Open(Root("Object", Object(3, 1)), 1)),
                  QStringList{"    MAIN [Program] [Parser unshure, therefore possible caller]"});
         TQXTreeNode* run = Open(Root("Entry", Entry(2, 2, 1)), 1);
         QCOMPARE(
-            Texts(run),
+            ChildTexts(run),
             (QStringList{"START [MAIN]    [MAIN inherits from ALPHA, therefore possible caller]",
                          "READ [CUSTFILE]    [CUSTFILE in CUST.DAT inherits from BETA, "
                          "therefore possible caller]"}));
@@ -259,24 +243,24 @@ private slots:
 
     void hiddenPartsTakeTheIconOfTheirNamesake() {
         TQXTreeNode* icons = Open(Root("Object", Object(1, 4)));
-        QCOMPARE(Texts(icons), (QStringList{"COPYA [Copy]", "COPYB [Copy]"}));
+        QCOMPARE(ChildTexts(icons), (QStringList{"COPYA [Copy]", "COPYB [Copy]"}));
         QCOMPARE(Images(icons), (QList<int>{40, -1}));
         TQXTreeNode* zeta = Open(Root("Object", Object(1, 2)), 1);
-        QCOMPARE(Texts(zeta), (QStringList{"COPYA [Copy]", "MAIN [Program]"}));
+        QCOMPARE(ChildTexts(zeta), (QStringList{"COPYA [Copy]", "MAIN [Program]"}));
         QCOMPARE(Images(zeta), (QList<int>{41, 21}));
     }
 
     void recursionIsMarkedDeepInThePath() {
         TQXTreeNode* main = Open(Root("Object", Object(1, 1)));
         TQXTreeNode* beta = Open(Open(main, "ZETA [Program]"), "BETA [Class]");
-        QCOMPARE(Texts(beta), QStringList{"MAIN [Program] !!! Recursive Track from here !!!"});
+        QCOMPARE(ChildTexts(beta), QStringList{"MAIN [Program] !!! Recursive Track from here !!!"});
         QCOMPARE(Expandable(beta), QList<int>{0});
     }
 
     void codeViewImagesAlternateByDepth() {
         // TopDown: entries list lines (d even), lines list called entries (d odd).
         TQXTreeNode* node = Open(Root("Code", Entry(5, 1, 1)));
-        QCOMPARE(Texts(node), (QStringList{"PERFORM CALC", "DISPLAY X"}));
+        QCOMPARE(ChildTexts(node), (QStringList{"PERFORM CALC", "DISPLAY X"}));
         QCOMPARE(Images(node), (QList<int>{25, 0}));
         QCOMPARE(Expandable(node), (QList<int>{1, 0}));
         node = Open(node, "PERFORM CALC");
@@ -291,11 +275,11 @@ private slots:
         // BottomUp: callers first, then the lines; the line calling the
         // entry above gets 27 + the depth's parity.
         node = Open(Root("Code", Entry(5, 1, 3)), 1);
-        QCOMPARE(Texts(node), (QStringList{"CALC [PGM]", "CALL 'LOG'"}));
+        QCOMPARE(ChildTexts(node), (QStringList{"CALC [PGM]", "CALL 'LOG'"}));
         QCOMPARE(Images(node), (QList<int>{34, 0}));
         QCOMPARE(Expandable(node), (QList<int>{1, 0}));
         node = Open(node, "CALC [PGM]", 1);
-        QCOMPARE(Texts(node), (QStringList{"MAIN [PGM]", "PERFORM PRINT", "ADD 1 TO X"}));
+        QCOMPARE(ChildTexts(node), (QStringList{"MAIN [PGM]", "PERFORM PRINT", "ADD 1 TO X"}));
         QCOMPARE(Images(node), (QList<int>{33, 28, 0}));
         node = Open(node, "MAIN [PGM]", 1);
         QCOMPARE(Images(node), (QList<int>{27, 0}));
@@ -303,7 +287,7 @@ private slots:
 
     void groupingsAreListedOnceAndSorted() {
         TQXTreeNode* accounts = Open(Root("System", TQXItem(0, 1, 0, 0, 0, 0, 0, 0, 0)));
-        QCOMPARE(Texts(accounts), (QStringList{"AUDIT", "BILLING"}));
+        QCOMPARE(ChildTexts(accounts), (QStringList{"AUDIT", "BILLING"}));
         QCOMPARE(Images(accounts), (QList<int>{3, 5}));
         const auto* audit = dynamic_cast<const TQXItem*>(accounts->Child(0)->Item());
         QCOMPARE(audit->SystemID, 2);
@@ -311,7 +295,7 @@ private slots:
         // Packages of the called objects, found through their names.
         const TQXItem pkgmainItem(6, 0, 0, 0, 60, 0, 0, 0, 0);
         TQXTreeNode* pkgmain = Open(Root("Package", pkgmainItem));
-        QCOMPARE(Texts(pkgmain), (QStringList{"APKG", "PKGLIB"}));
+        QCOMPARE(ChildTexts(pkgmain), (QStringList{"APKG", "PKGLIB"}));
         QCOMPARE(Images(pkgmain), (QList<int>{12, 12}));
         const auto* pkglib = dynamic_cast<const TQXItem*>(pkgmain->Child(1)->Item());
         QCOMPARE(pkglib->FileID, 9);

@@ -1,9 +1,7 @@
 // The Distribution expansion on a purpose-built estate: the children of each
 // kind of node in both directions, which of them can be opened further,
 // their order, and that a node is expanded only once.
-#include "platform/TreeControl.h"
-#include "sqlaccess/SqlDataAccess.h"
-#include "support/TestRepository.h"
+#include "support/ViewRepositoryFixture.h"
 #include "view/DistributionExpander.h"
 #include "view/ExpansionContext.h"
 
@@ -58,14 +56,9 @@ std::unique_ptr<TQXItem> Object(qint32 f, qint32 o) {
 
 } // namespace
 
-class TestDistributionExpansion : public QObject {
+class TestDistributionExpansion : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    TestRepository FRepo;
-    std::unique_ptr<SqlDataAccess> FAccess;
-    TQXTableHandleSet FTables;
-    std::unique_ptr<TQXRecordReader> FRecords;
-    std::unique_ptr<TQXTreeControl> FTree;
     TDependencies FDependencies;
     QString FLevel = QStringLiteral("Object");
 
@@ -80,10 +73,7 @@ class TestDistributionExpansion : public QObject {
     QStringList Expand(TQXTreeNode* node, int direction) {
         TQXExpansionContext context = Context();
         TQXDistributionExpander(context).Expand(node, direction);
-        QStringList texts;
-        for (int i = 0; i < node->ChildCount(); ++i)
-            texts << node->Child(i)->Text();
-        return texts;
+        return ChildTexts(node);
     }
     static const TQXItem* ItemOf(const TQXTreeNode* node) {
         return dynamic_cast<const TQXItem*>(node->Item());
@@ -93,10 +83,7 @@ class TestDistributionExpansion : public QObject {
 private slots:
     void initTestCase() {
         BuildEstate(FRepo);
-        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
-        AssignDBPointers(*FAccess, FTables);
-        FRecords = std::make_unique<TQXRecordReader>(*FAccess, FTables);
-        FTree = std::make_unique<TQXTreeControl>();
+        OpenRepository();
     }
     void init() {
         FTree->Clear();

@@ -1,9 +1,7 @@
 // An Object node opened TopDown in the Distribution view: its contents, the
 // inherited source of its ancestors with names shown once, a missing
 // ancestor, and inheritance cycles.
-#include "platform/TreeControl.h"
-#include "sqlaccess/SqlDataAccess.h"
-#include "support/TestRepository.h"
+#include "support/ViewRepositoryFixture.h"
 #include "view/DistributionExpander.h"
 #include "view/ExpansionContext.h"
 
@@ -56,14 +54,9 @@ void BuildEstate(TestRepository& repo) {
 
 } // namespace
 
-class TestObjectContents : public QObject {
+class TestObjectContents : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    TestRepository FRepo;
-    std::unique_ptr<SqlDataAccess> FAccess;
-    TQXTableHandleSet FTables;
-    std::unique_ptr<TQXRecordReader> FRecords;
-    std::unique_ptr<TQXTreeControl> FTree;
     TDependencies FDependencies;
 
     // Opens an object root node TopDown.
@@ -75,12 +68,6 @@ class TestObjectContents : public QObject {
         TQXExpansionContext context{*FRecords, *FTree, {}, FDependencies, QStringLiteral("Object")};
         TQXDistributionExpander(context).Expand(node, 0);
         return node;
-    }
-    static QStringList Texts(const TQXTreeNode* node) {
-        QStringList texts;
-        for (int i = 0; i < node->ChildCount(); ++i)
-            texts << node->Child(i)->Text();
-        return texts;
     }
     // The children that can be opened further.
     static QStringList Expandable(const TQXTreeNode* node) {
@@ -94,17 +81,14 @@ class TestObjectContents : public QObject {
 private slots:
     void initTestCase() {
         BuildEstate(FRepo);
-        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
-        AssignDBPointers(*FAccess, FTables);
-        FRecords = std::make_unique<TQXRecordReader>(*FAccess, FTables);
-        FTree = std::make_unique<TQXTreeControl>();
+        OpenRepository();
     }
     void init() { FTree->Clear(); }
 
     void inheritedSourceFollowsTheObject() {
         const TQXTreeNode* payroll = Open(1, 1, 54);
         QCOMPARE(
-            Texts(payroll),
+            ChildTexts(payroll),
             (QStringList{"PAYSUB [Copy]", "PAYEMPTY [Copy]", " HVAR as PIC 9 [PAYROLL]",
                          " X as PIC 9 [PAYROLL]", " X as PIC 9 [PAYROLL]", "PAY LINE",
                          "MAIN [PAYROLL]", "CALC [PAYROLL]", "HENTRY [PAYROLL]",
@@ -123,10 +107,11 @@ private slots:
 
     void inheritanceEnds() {
         // A cycle stops before an object is listed a second time.
-        QCOMPARE(Texts(Open(5, 1, 43)),
+        QCOMPARE(ChildTexts(Open(5, 1, 43)),
                  (QStringList{"E1 [CYCA]", "--- Inherited source [CYCB] ---", "E2 [CYCB]"}));
-        QCOMPARE(Texts(Open(5, 3, 43)), QStringList{"E3 [SELF]"});
-        QCOMPARE(Texts(Open(5, 4, 43)), QStringList{"--- Inherited source [GONE] is missing ---"});
+        QCOMPARE(ChildTexts(Open(5, 3, 43)), QStringList{"E3 [SELF]"});
+        QCOMPARE(ChildTexts(Open(5, 4, 43)),
+                 QStringList{"--- Inherited source [GONE] is missing ---"});
         // Variables of objects shown with icon 20 or 43 get icon 45.
         const TQXTreeNode* root = Open(3, 3, 20);
         QCOMPARE(root->Child(0)->Text(), QStringLiteral(" Y as PIC 9 [ROOT]"));

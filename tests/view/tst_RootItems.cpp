@@ -2,10 +2,8 @@
 // in the filtered selections, texts and icons, record order of lines, and
 // which root nodes can be expanded.
 #include "filter/UnfilteredSelections.h"
-#include "platform/TreeControl.h"
 #include "repository/Errors.h"
-#include "sqlaccess/SqlDataAccess.h"
-#include "support/TestRepository.h"
+#include "support/ViewRepositoryFixture.h"
 #include "view/CallLookup.h"
 #include "view/RootItemLister.h"
 
@@ -113,14 +111,9 @@ struct Node {
 
 } // namespace
 
-class TestRootItems : public QObject {
+class TestRootItems : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    TestRepository FRepo;
-    std::unique_ptr<SqlDataAccess> FAccess;
-    TQXTableHandleSet FTables;
-    std::unique_ptr<TQXRecordReader> FRecords;
-    std::unique_ptr<TQXTreeControl> FTree;
     int FStopAt = -1;
 
     // Lists the root items with the filter off and returns the root nodes.
@@ -155,10 +148,7 @@ class TestRootItems : public QObject {
 private slots:
     void initTestCase() {
         BuildEstate(FRepo);
-        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
-        AssignDBPointers(*FAccess, FTables);
-        FRecords = std::make_unique<TQXRecordReader>(*FAccess, FTables);
-        FTree = std::make_unique<TQXTreeControl>();
+        OpenRepository();
     }
     void init() { FStopAt = -1; }
 

@@ -1,0 +1,25 @@
+#pragma once
+
+// Picture indexes the views give tree nodes, and object icons they test. An
+// object's BottomUp picture is the index after its TopDown one.
+namespace image {
+
+constexpr int IconInFile = 50;              // an object shown with its file's name, TopDown
+constexpr int IconInFileBottomUp = 51;      // an object shown with its file's name, BottomUp
+constexpr int IconObjectCalledAsWhole = 52; // an object whose calls name no entry
+constexpr int IconSameBothWays = 22;        // an icon with no separate BottomUp picture
+constexpr int ImagePackageTopDown = 12;     // a package, TopDown
+constexpr int ImagePackageBottomUp = 13;    // a package, BottomUp
+constexpr int ImageEntryTopDown = 29;       // an entry, TopDown
+constexpr int ImageEntryBottomUp = 32;      // an entry, BottomUp
+constexpr int ImageRow = 0;                 // a line of code
+constexpr int ImageVariable = 35;           // a variable
+constexpr int ImagePersistentVariable = 45; // a variable of persistent storage
+
+// Whether an object icon stands for persistent storage (a database table or a
+// data set).
+inline bool IsPersistentStorage(int icon) {
+    return icon == 20 || icon == 43;
+}
+
+} // namespace image
