@@ -37,6 +37,8 @@ public:
     TQXViewDriver& operator=(const TQXViewDriver&) = delete;
 
     // Answer to every question the view asks (the root-item limit question).
+    // Answers queued on Ui() come first; a question without one gets this
+    // answer and is still listed in Ui().Unanswered().
     void AnswerYes(bool yes);
 
     void Apply(const TQXViewSettings& settings);
@@ -46,8 +48,9 @@ public:
 
     // Opens a node (its placeholder is replaced by its children).
     void Expand(TQXTreeNode* node);
-    // Opens every node down to `depth` (0: root items only); stops after
-    // `maxNodes` nodes exist and then answers false.
+    // Opens every node down to `depth` (0: root items only), breadth first;
+    // stops after `maxNodes` nodes exist (placeholders not counted) and then
+    // answers false.
     bool ExpandToDepth(int depth, int maxNodes = 200000);
     // Opens the nodes whose texts match the path, one text per depth;
     // false when a text is not found.

@@ -1,0 +1,157 @@
+// The views on estates of several sizes, through the very view the host
+// shows (off screen): refresh of every level in both view types, single node
+// expansions, and opening many nodes of a Dependencies tree breadth first.
+// Prints medians, 95th percentiles and database round trips per operation.
+//
+//   bench_views [--runs N] [--expansions N] [--bfs N] [--limit N] REPOSITORY...
+#include "BenchStats.h"
+
+#include "platform/TreeControl.h"
+#include "repository/Errors.h"
+#include "view/ViewDriver.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+#include <deque>
+
+namespace {
+
+const QStringList Levels{"System", "Computer", "Application", "Package",
+                         "Object", "Entry",    "Code",        "Data"};
+
+struct Options {
+    int runs = 5;
+    int expansions = 20;
+    int breadthFirst = 1000;
+    QString limit = QStringLiteral("100");
+};
+
+QString Ms(double value) {
+    return QString::number(value, 'f', value < 10 ? 2 : 1);
+}
+
+// Root nodes that can still be opened.
+QList<TQXTreeNode*> Expandable(TQXTreeControl& tree, int most) {
+    QList<TQXTreeNode*> nodes;
+    for (int i = 0; i < tree.RootCount() && nodes.size() < most; ++i)
+        if (TQXTreeNode* node = tree.Root(i);
+            node->FirstChild() && node->FirstChild()->IsPlaceholder())
+            nodes << node;
+    return nodes;
+}
+
+void BenchLevels(TQXViewDriver& driver, const QString& label, const Options& options) {
+    for (bool dependencies : {false, true}) {
+        for (const QString& level : Levels) {
+            if (dependencies && level == QLatin1String("Data"))
+                continue; // the Dependencies view has no Data level yet
+            TQXViewSettings settings;
+            settings.Dependencies = dependencies;
+            settings.Level = level;
+            settings.Limit = options.limit;
+            driver.Apply(settings);
+            qint64 trips = 0;
+            const BenchSamples refresh = Measure(options.runs, [&] {
+                const qint64 before = driver.RoundTrips();
+                driver.Refresh();
+                trips = driver.RoundTrips() - before;
+            });
+            const int roots = driver.Tree().RootCount();
+            BenchSamples expand;
+            qint64 expandTrips = 0;
+            const QList<TQXTreeNode*> nodes = Expandable(driver.Tree(), options.expansions);
+            for (TQXTreeNode* node : nodes) {
+                const qint64 before = driver.RoundTrips();
+                expand.ms.push_back(Measure(1, [&] { driver.Expand(node); }).ms.front());
+                expandTrips += driver.RoundTrips() - before;
+            }
+            Out() << "| " << label << " | " << (dependencies ? "Dependencies" : "Distribution")
+                  << " | " << level << " | " << roots << " | " << Ms(refresh.Median()) << " | "
+                  << Ms(refresh.P95()) << " | " << trips << " | " << nodes.size() << " | "
+                  << (nodes.isEmpty() ? QStringLiteral("-") : Ms(expand.Median())) << " | "
+                  << (nodes.isEmpty() ? QStringLiteral("-") : Ms(expand.P95())) << " | "
+                  << (nodes.isEmpty() ? 0 : expandTrips / nodes.size()) << " |\n";
+            Out().flush();
+        }
+    }
+}
+
+// Opens up to `count` nodes of the Dependencies tree by objects, TopDown,
+// breadth first, one after another.
+void BenchBreadthFirst(TQXViewDriver& driver, const QString& label, const Options& options) {
+    TQXViewSettings settings;
+    settings.Dependencies = true;
+    settings.Level = QStringLiteral("Object");
+    settings.Limit = options.limit;
+    driver.Apply(settings);
+    driver.Refresh();
+    std::deque<TQXTreeNode*> queue;
+    for (int i = 0; i < driver.Tree().RootCount(); ++i)
+        queue.push_back(driver.Tree().Root(i));
+    int opened = 0;
+    BenchSamples each;
+    const qint64 before = driver.RoundTrips();
+    const BenchSamples total = Measure(1, [&] {
+        while (!queue.empty() && opened < options.breadthFirst) {
+            TQXTreeNode* node = queue.front();
+            queue.pop_front();
+            if (!node->FirstChild() || !node->FirstChild()->IsPlaceholder())
+                continue;
+            each.ms.push_back(Measure(1, [&] { driver.Expand(node); }).ms.front());
+            ++opened;
+            for (int c = 0; c < node->ChildCount(); ++c)
+                queue.push_back(node->Child(c));
+        }
+    });
+    Out() << "\n"
+          << label << ": opened " << opened
+          << " nodes of the Dependencies tree by Object, TopDown, breadth first in "
+          << Ms(total.Median()) << " ms (per node median " << Ms(each.Median()) << " ms, p95 "
+          << Ms(each.P95()) << " ms), " << (driver.RoundTrips() - before) << " round trips, "
+          << driver.Tree().NodeCount() << " nodes in the tree\n";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addPositionalArgument("repository", "SQLite files or PostgreSQL connection strings.");
+    parser.addOption({"runs", "Refreshes per level.", "n", "5"});
+    parser.addOption({"expansions", "Root nodes opened per level.", "n", "20"});
+    parser.addOption({"bfs", "Nodes opened breadth first.", "n", "1000"});
+    parser.addOption({"limit", "Root-item limit.", "n", "100"});
+    parser.process(app);
+    if (parser.positionalArguments().isEmpty())
+        parser.showHelp(2);
+    Options options;
+    options.runs = parser.value("runs").toInt();
+    options.expansions = parser.value("expansions").toInt();
+    options.breadthFirst = parser.value("bfs").toInt();
+    options.limit = parser.value("limit");
+    Out() << "| estate | view | level | root nodes | refresh median ms | p95 ms | round trips "
+             "| nodes opened | open median ms | p95 ms | round trips per open |\n"
+             "|---|---|---|---|---|---|---|---|---|---|---|\n";
+    try {
+        for (const QString& repository : parser.positionalArguments()) {
+            const QString label = QFileInfo(repository).exists()
+                                      ? QFileInfo(repository).completeBaseName()
+                                      : repository;
+            TQXViewDriver driver(repository);
+            BenchLevels(driver, label, options);
+        }
+        for (const QString& repository : parser.positionalArguments()) {
+            TQXViewDriver driver(repository);
+            BenchBreadthFirst(driver, QFileInfo(repository).completeBaseName(), options);
+        }
+    } catch (const EQXError& e) {
+        Out() << "bench_views: " << e.Message() << "\n";
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,96 @@
+#include "TreeCommand.h"
+
+#include "TreeOptions.h"
+#include "TreeWriter.h"
+#include "UsageError.h"
+
+#include "platform/ScriptedUIServices.h"
+#include "platform/TreeControl.h"
+#include "sqlaccess/RepositoryConnection.h"
+#include "view/View.h"
+
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace {
+
+// A SQLite repository must exist: opening it must not create an empty one.
+void CheckRepositoryExists(const QString& repository) {
+    const RepositoryLocation location = RepositoryLocation::Parse(repository);
+    if (location.kind == RepositoryLocation::Kind::SQLite && !QFileInfo(location.filePath).isFile())
+        throw EQXUsageError(QStringLiteral("repository not found: %1").arg(repository));
+}
+
+} // namespace
+
+QString TQXTreeCommand::Summary() const {
+    return QStringLiteral("print the tree of a view: korvane-cli tree REPO [options]");
+}
+
+QString TQXTreeCommand::Help() const {
+    return TQXTreeOptions::Help();
+}
+
+int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
+    const TQXTreeOptions options = TQXTreeOptions::Parse(arguments);
+    if (options.HelpRequested) {
+        out << Help();
+        return ExitOk;
+    }
+    const std::unique_ptr<TQXTreeWriter> writer = TQXTreeWriter::Create(options.Format);
+    CheckRepositoryExists(options.Repository);
+
+    TQXViewDriver driver(options.Repository);
+    driver.AnswerYes(options.AnswerYes);
+    driver.Apply(options.Settings);
+    if (options.Settings.Option && driver.View().cbOption->isHidden())
+        err << "korvane-cli: warning: this view has no option box; --option is ignored\n";
+    driver.Refresh();
+    Open(driver, options, err);
+    writer->Write(driver.Tree(), out);
+    ReportQuestions(driver, options.AnswerYes, err);
+    return ExitOk;
+}
+
+void TQXTreeCommand::Open(TQXViewDriver& driver, const TQXTreeOptions& options, QTextStream& err) {
+    if (!driver.ExpandToDepth(options.Depth, options.MaxNodes))
+        err << "korvane-cli: warning: stopped opening nodes at " << options.MaxNodes
+            << " nodes (--max-nodes); the tree is incomplete\n";
+    if (!options.Path.isEmpty() && !driver.ExpandPath(options.Path))
+        throw EQXError(QStringLiteral("path not found: %1 (%2)")
+                           .arg(options.PathText, MissingOnPath(driver, options.Path)));
+}
+
+QString TQXTreeCommand::MissingOnPath(TQXViewDriver& driver, const QStringList& path) {
+    QList<TQXTreeNode*> candidates;
+    for (int i = 0; i < driver.Tree().RootCount(); ++i)
+        candidates << driver.Tree().Root(i);
+    QStringList found;
+    for (const QString& text : path) {
+        QList<TQXTreeNode*> next;
+        bool matched = false;
+        for (TQXTreeNode* node : candidates) {
+            if (node->Text() != text)
+                continue;
+            matched = true;
+            for (int c = 0; c < node->ChildCount(); ++c)
+                if (!node->Child(c)->IsPlaceholder())
+                    next << node->Child(c);
+        }
+        if (!matched)
+            return found.isEmpty() ? QStringLiteral("no root node '%1'").arg(text)
+                                   : QStringLiteral("no node '%1' under '%2'")
+                                         .arg(text, found.join(QLatin1Char('/')));
+        found << text;
+        candidates = next;
+    }
+    return QString();
+}
+
+void TQXTreeCommand::ReportQuestions(TQXViewDriver& driver, bool yes, QTextStream& err) {
+    for (QString question : driver.Ui().Questions())
+        err << "korvane-cli: the view asked: \""
+            << question.replace(QLatin1Char('\r'), QLatin1Char(' ')) << "\" and was answered "
+            << (yes ? "Yes" : "No") << "\n";
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "CliCommand.h"
+
+class TQXTreeOptions;
+class TQXViewDriver;
+
+// "korvane-cli tree": refreshes a view of the repository with the given
+// settings, opens nodes by depth or along a path, and prints the tree.
+class TQXTreeCommand final : public TQXCliCommand {
+public:
+    QString Name() const override { return QStringLiteral("tree"); }
+    QString Summary() const override;
+    QString Help() const override;
+    int Run(const QStringList& arguments, QTextStream& out, QTextStream& err) override;
+
+private:
+    // Opens the nodes the options ask for; warns when the node cap stopped it.
+    static void Open(TQXViewDriver& driver, const TQXTreeOptions& options, QTextStream& err);
+    // Which text of the path has no node, for the error message.
+    static QString MissingOnPath(TQXViewDriver& driver, const QStringList& path);
+    // The questions the view asked and how they were answered.
+    static void ReportQuestions(TQXViewDriver& driver, bool yes, QTextStream& err);
+};

@@ -1,0 +1,206 @@
+#include "TreeOptions.h"
+
+#include "TreeWriter.h"
+#include "UsageError.h"
+
+#include <QCommandLineParser>
+
+#include <climits>
+
+namespace {
+
+const QStringList Types{QStringLiteral("Distribution"), QStringLiteral("Dependencies")};
+const QStringList Directions{QStringLiteral("TopDown"), QStringLiteral("BottomUp")};
+const QStringList Levels{QStringLiteral("System"),      QStringLiteral("Computer"),
+                         QStringLiteral("Application"), QStringLiteral("Package"),
+                         QStringLiteral("Object"),      QStringLiteral("Entry"),
+                         QStringLiteral("Code"),        QStringLiteral("Data")};
+
+struct OptionSpec {
+    const char* Name;
+    const char* Value; // null for a switch
+    const char* Text;
+};
+
+const OptionSpec Specs[] = {
+    {"type", "Distribution|Dependencies", "view type (Distribution)"},
+    {"direction", "TopDown|BottomUp", "track direction (TopDown)"},
+    {"level", "System|Computer|...|Data",
+     "view by: System, Computer, Application, Package, Object, Entry, Code or Data (System)"},
+    {"limit", "N", "root-item limit (100)"},
+    {"option", nullptr,
+     "check the option box (Dependencies TopDown by Object or Entry: show them sequentially); "
+     "unchecked otherwise"},
+    {"depth", "D", "open every node down to depth D; 0 shows the root items only (0)"},
+    {"expand-all", nullptr, "open every node, up to --max-nodes"},
+    {"path", "TEXT/TEXT/...",
+     "open the nodes whose texts match, one text per depth; write a '/' inside a text as "
+     "'\\/' and a backslash as '\\\\'"},
+    {"format", "text|json|csv", "output format (text)"},
+    {"yes", nullptr, "answer Yes to the questions the view asks (No otherwise)"},
+    {"max-nodes", "N", "stop opening nodes once the tree holds N nodes (100000)"},
+    {"help", nullptr, "show this text"},
+};
+
+// The canonical spelling of a name from `names`, matched without regard to case.
+QString Choose(const QString& what, const QString& given, const QStringList& names) {
+    for (const QString& name : names)
+        if (name.compare(given, Qt::CaseInsensitive) == 0)
+            return name;
+    throw EQXUsageError(QStringLiteral("unknown %1 '%2' (one of: %3)")
+                            .arg(what, given, names.join(QStringLiteral(", "))));
+}
+
+int Number(const QString& option, const QString& given, int least) {
+    bool ok = false;
+    const int value = given.toInt(&ok);
+    if (!ok || value < least)
+        throw EQXUsageError(QStringLiteral("--%1 needs a whole number of at least %2, not '%3'")
+                                .arg(option)
+                                .arg(least)
+                                .arg(given));
+    return value;
+}
+
+// "A/B\/C" gives "A" and "B/C"; "\\" stands for a backslash.
+QStringList SplitPath(const QString& path) {
+    QStringList texts;
+    QString text;
+    for (qsizetype i = 0; i < path.size(); ++i) {
+        const QChar c = path.at(i);
+        if (c == QLatin1Char('\\')) {
+            if (i + 1 == path.size() ||
+                (path.at(i + 1) != QLatin1Char('/') && path.at(i + 1) != QLatin1Char('\\')))
+                throw EQXUsageError(
+                    QStringLiteral("--path: write '\\/' for a '/' in a text and '\\\\' for a "
+                                   "backslash: '%1'")
+                        .arg(path));
+            text += path.at(++i);
+        } else if (c == QLatin1Char('/')) {
+            texts << text;
+            text.clear();
+        } else {
+            text += c;
+        }
+    }
+    texts << text;
+    if (texts.contains(QString()))
+        throw EQXUsageError(QStringLiteral("--path has an empty text: '%1'").arg(path));
+    return texts;
+}
+
+// Words filled into lines of at most 90 columns, every line after the first
+// indented by `indent`.
+QString Wrapped(const QString& text, int indent) {
+    QString result;
+    int column = indent;
+    for (const QString& word : text.split(QLatin1Char(' '))) {
+        if (column > indent && column + 1 + word.size() > 90) {
+            result += QLatin1Char('\n') + QString(indent, QLatin1Char(' '));
+            column = indent;
+        } else if (column > indent) {
+            result += QLatin1Char(' ');
+            ++column;
+        }
+        result += word;
+        column += static_cast<int>(word.size());
+    }
+    return result + QLatin1Char('\n');
+}
+
+} // namespace
+
+QString TQXTreeOptions::Help() {
+    QString text = QStringLiteral(
+        "usage: korvane-cli tree REPO [options]\n\n"
+        "Refreshes the view of REPO (a SQLite repository file or a PostgreSQL connection\n"
+        "string) with the given settings, opens nodes as asked and prints the tree.\n\n"
+        "options:\n");
+    for (const OptionSpec& spec : Specs) {
+        QString left = QStringLiteral("--") + QLatin1String(spec.Name);
+        if (spec.Value)
+            left += QLatin1Char(' ') + QLatin1String(spec.Value);
+        text += QStringLiteral("  %1  ").arg(left, -34) + Wrapped(QLatin1String(spec.Text), 38);
+    }
+    text += QStringLiteral(
+        "\nformats:\n"
+        "  text  one node per line, indented two blanks per depth: the text, then for nodes\n"
+        "        with an item, separated by tabs, the image index and the item's identifiers\n"
+        "        (file system computer application package object entry row word, or for a\n"
+        "        variable: text1 text2 ownerFile ownerObject ownerEntry file object entry row\n"
+        "        word language)\n"
+        "  json  {\"nodes\": [...]}, each node with text, image, item (named identifiers, or\n"
+        "        null), expandable (it still has unopened children) and children\n"
+        "  csv   a header, then one row per node in tree order: depth, text, image,\n"
+        "        expandable and the identifiers (RFC 4180)\n"
+        "\nexit status: 0 success, 1 failure (repository, refresh, path not found),\n"
+        "2 bad usage (arguments, names, a missing repository file)\n");
+    return text;
+}
+
+TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
+    QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    for (const OptionSpec& spec : Specs) {
+        QStringList names{QLatin1String(spec.Name)};
+        if (names.constFirst() == QLatin1String("help"))
+            names << QStringLiteral("h");
+        QCommandLineOption option(names, QLatin1String(spec.Text));
+        if (spec.Value)
+            option.setValueName(QLatin1String(spec.Value));
+        parser.addOption(option);
+    }
+    if (!parser.parse(QStringList{QStringLiteral("tree")} + arguments))
+        throw EQXUsageError(parser.errorText());
+
+    TQXTreeOptions options;
+    if (parser.isSet(QStringLiteral("help"))) {
+        options.HelpRequested = true;
+        return options;
+    }
+    const QStringList positional = parser.positionalArguments();
+    if (positional.isEmpty())
+        throw EQXUsageError(QStringLiteral("tree needs a repository"));
+    if (positional.size() > 1)
+        throw EQXUsageError(QStringLiteral("tree takes one repository, not '%1'")
+                                .arg(positional.join(QStringLiteral("' '"))));
+    options.Repository = positional.constFirst();
+
+    auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
+    auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
+    for (const char* name :
+         {"type", "direction", "level", "limit", "depth", "path", "format", "max-nodes"})
+        if (parser.values(QLatin1String(name)).size() > 1)
+            throw EQXUsageError(QStringLiteral("--%1 is given more than once").arg(name));
+
+    if (isSet("type"))
+        options.Settings.Dependencies = Choose(QStringLiteral("view type"), value("type"), Types) ==
+                                        QLatin1String("Dependencies");
+    if (isSet("direction"))
+        options.Settings.Direction = static_cast<int>(Directions.indexOf(
+            Choose(QStringLiteral("direction"), value("direction"), Directions)));
+    if (isSet("level"))
+        options.Settings.Level = Choose(QStringLiteral("level"), value("level"), Levels);
+    if (isSet("limit"))
+        options.Settings.Limit =
+            QString::number(Number(QStringLiteral("limit"), value("limit"), 1));
+    options.Settings.Option = isSet("option");
+
+    if (isSet("depth") && isSet("expand-all"))
+        throw EQXUsageError(QStringLiteral("--depth and --expand-all exclude each other"));
+    if (isSet("depth"))
+        options.Depth = Number(QStringLiteral("depth"), value("depth"), 0);
+    if (isSet("expand-all"))
+        options.Depth = INT_MAX;
+    if (isSet("max-nodes"))
+        options.MaxNodes = Number(QStringLiteral("max-nodes"), value("max-nodes"), 1);
+    if (isSet("path")) {
+        options.PathText = value("path");
+        options.Path = SplitPath(options.PathText);
+    }
+    if (isSet("format"))
+        options.Format =
+            Choose(QStringLiteral("format"), value("format"), TQXTreeWriter::Formats());
+    options.AnswerYes = isSet("yes");
+    return options;
+}

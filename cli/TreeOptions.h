@@ -1,0 +1,27 @@
+#pragma once
+
+#include "view/ViewDriver.h"
+
+#include <QString>
+#include <QStringList>
+
+// The arguments of "korvane-cli tree", checked and with names made canonical:
+//   tree REPO [--type T] [--direction D] [--level L] [--limit N] [--option]
+//        [--depth D | --expand-all] [--path P] [--format F] [--yes] [--max-nodes N]
+class TQXTreeOptions {
+public:
+    // Throws EQXUsageError for arguments that cannot be used.
+    static TQXTreeOptions Parse(const QStringList& arguments);
+    // The usage text: synopsis and every option.
+    static QString Help();
+
+    bool HelpRequested = false;
+    QString Repository;
+    TQXViewSettings Settings;
+    int Depth = 0;    // every node above it is opened; huge for --expand-all
+    QStringList Path; // texts of the nodes to open, one per depth
+    QString PathText; // as given
+    QString Format = QStringLiteral("text");
+    bool AnswerYes = false;
+    int MaxNodes = 100000; // opening stops once the tree holds as many nodes
+};

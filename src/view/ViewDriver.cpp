@@ -1,0 +1,282 @@
+// The view driven without a user: the host's part (base functions, the
+// connection, the refresh notice) played here, the user's part played on the
+// view's own controls and tree.
+#include "view/ViewDriver.h"
+
+#include "host/BaseFunctions.h"
+#include "host/FormRegistry.h"
+#include "platform/ScriptedUIServices.h"
+#include "platform/TreeControl.h"
+#include "repository/Errors.h"
+#include "sqlaccess/SqlDataAccess.h"
+#include "view/View.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRadioButton>
+
+#include <deque>
+
+namespace {
+
+// Installed over the scripted services: everything goes to them, so they
+// record it, but a question they have no queued answer for gets the
+// driver's default answer instead of No.
+class TDefaultAnswer final : public TQXUIServices {
+public:
+    explicit TDefaultAnswer(TQXScriptedUIServices& scripted)
+        : FScripted(scripted), FPrevious(TQXUIServices::SetCurrent(this)) {}
+    ~TDefaultAnswer() override { TQXUIServices::SetCurrent(FPrevious); }
+
+    TDefaultAnswer(const TDefaultAnswer&) = delete;
+    TDefaultAnswer& operator=(const TDefaultAnswer&) = delete;
+
+    bool Yes = false;
+
+    bool Ask(const QString& text, TQXQuestionKind kind) override {
+        const qsizetype open = FScripted.Unanswered().size();
+        const bool answer = FScripted.Ask(text, kind);
+        return FScripted.Unanswered().size() > open ? Yes : answer;
+    }
+    void ShowMessage(const QString& text) override { FScripted.ShowMessage(text); }
+    void ShowError(const QString& text) override { FScripted.ShowError(text); }
+    QString OpenFileName(QWidget* owner, const QString& caption, const QString& filter,
+                         const QString& initialPath) override {
+        return FScripted.OpenFileName(owner, caption, filter, initialPath);
+    }
+    QString SaveFileName(QWidget* owner, const QString& caption, const QString& filter,
+                         const QString& initialPath, const QString& defaultExtension) override {
+        return FScripted.SaveFileName(owner, caption, filter, initialPath, defaultExtension);
+    }
+    std::optional<QString> ChooseItem(QWidget* owner, const QString& caption, const QString& prompt,
+                                      const QStringList& items, const QString& current) override {
+        return FScripted.ChooseItem(owner, caption, prompt, items, current);
+    }
+    void ShowFind(QWidget* owner, const TQXFindRequest& initial, bool showWholeWord,
+                  std::function<void(const TQXFindRequest&)> onFind) override {
+        FScripted.ShowFind(owner, initial, showWholeWord, std::move(onFind));
+    }
+    bool Print(QWidget* owner, const QString& documentTitle,
+               const std::function<void(TQXPrintCanvas&)>& draw) override {
+        return FScripted.Print(owner, documentTitle, draw);
+    }
+    void SetClipboardText(const QString& text) override { FScripted.SetClipboardText(text); }
+    QString ClipboardText() override { return FScripted.ClipboardText(); }
+    Qt::CursorShape ScreenCursor() override { return FScripted.ScreenCursor(); }
+    void SetScreenCursor(Qt::CursorShape shape) override { FScripted.SetScreenCursor(shape); }
+
+private:
+    TQXScriptedUIServices& FScripted;
+    TQXUIServices* FPrevious;
+};
+
+// What the view showed the user from a point on: messages and reported
+// errors, the way they would have popped up.
+class TShownSince {
+public:
+    explicit TShownSince(const TQXScriptedUIServices& ui)
+        : FUi(ui), FMessages(ui.Messages().size()), FErrors(ui.Errors().size()) {}
+
+    QStringList Texts() const {
+        QStringList texts = FUi.Messages().mid(FMessages) + FUi.Errors().mid(FErrors);
+        for (QString& text : texts)
+            text = text.replace(QLatin1Char('\r'), QLatin1Char('\n')).trimmed();
+        return texts;
+    }
+    // Throws the shown texts as one error, if anything was shown.
+    void ThrowIfAny() const {
+        const QStringList texts = Texts();
+        if (!texts.isEmpty())
+            throw EQXError(texts.join(QLatin1Char('\n')));
+    }
+
+private:
+    const TQXScriptedUIServices& FUi;
+    qsizetype FMessages;
+    qsizetype FErrors;
+};
+
+bool HasPlaceholder(const TQXTreeNode* node) {
+    return node->ChildCount() > 0 && node->FirstChild()->IsPlaceholder();
+}
+
+// The children of a node that stand for something: placeholders left out.
+QList<TQXTreeNode*> RealChildren(const TQXTreeNode* node) {
+    QList<TQXTreeNode*> children;
+    for (int i = 0; i < node->ChildCount(); ++i)
+        if (!node->Child(i)->IsPlaceholder())
+            children << node->Child(i);
+    return children;
+}
+
+QList<TQXTreeNode*> Roots(const TQXTreeControl& tree) {
+    QList<TQXTreeNode*> roots;
+    for (int i = 0; i < tree.RootCount(); ++i)
+        roots << tree.Root(i);
+    return roots;
+}
+
+int CountRealNodes(const TQXTreeControl& tree) {
+    int count = 0;
+    for (TQXTreeNode* node = tree.FirstNode(); node; node = TQXTreeControl::NextNode(node))
+        if (!node->IsPlaceholder())
+            ++count;
+    return count;
+}
+
+} // namespace
+
+// Declared in the order they must come up; they go down in reverse, the view
+// (which closes its tables) before the connection it uses.
+struct TQXViewDriver::Parts {
+    TQXScriptedUIServices Ui;
+    TDefaultAnswer Answers{Ui};
+    TQXBaseFunctions Host;
+    TQXDataAccessInterface* Opened = nullptr;
+    std::unique_ptr<TQXFormInterface> Form;
+    TQXView* View = nullptr;
+    bool Connected = false;
+};
+
+TQXViewDriver::TQXViewDriver(const QString& repository) {
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        throw EQXError(QStringLiteral("The view needs a QApplication"));
+    auto parts = std::make_unique<Parts>();
+    QString connection = TQXBaseFunctions::ConnectionNameFor(repository);
+    if (connection.isEmpty())
+        connection = QStringLiteral("Repository");
+    parts->Host.SetConnection(connection, repository);
+    // Opened here, as the host opens a connection before its views use it,
+    // so that an unreachable repository fails with the database's reason.
+    parts->Opened = parts->Host.GetDataAccess(connection);
+    parts->Form = TQXFormRegistry::Create(QStringLiteral("TQXView"), nullptr, 1, &parts->Host,
+                                          QStringLiteral("View 1"), connection, QString());
+    parts->View = qobject_cast<TQXView*>(parts->Form.get());
+    if (!parts->View)
+        throw EQXError(QStringLiteral("TQXView is not a view"));
+    FParts = std::move(parts);
+}
+
+TQXViewDriver::~TQXViewDriver() = default;
+
+void TQXViewDriver::AnswerYes(bool yes) {
+    FParts->Answers.Yes = yes;
+}
+
+void TQXViewDriver::Apply(const TQXViewSettings& settings) {
+    TQXView& view = View();
+    const int level = view.cbViewBy->findText(settings.Level);
+    if (level < 0)
+        throw EQXError(QStringLiteral("There is no level %1").arg(settings.Level));
+    if (settings.Direction != 0 && settings.Direction != 1)
+        throw EQXError(QStringLiteral("There is no direction %1").arg(settings.Direction));
+
+    const TShownSince shown(Ui());
+    // Type and direction first: the level's choice sets the option box by them.
+    (settings.Dependencies ? view.rbDependencies : view.rbDistribution)->click();
+    (settings.Direction == 0 ? view.rbTopDown : view.rbBottomUp)->click();
+    view.cbViewBy->setCurrentIndex(level);
+    emit view.cbViewBy->activated(level);
+    view.tbRootItemLimit->setText(settings.Limit);
+    view.tbLimitChange(); // as when the box is left
+    if (!view.cbOption->isHidden() && view.cbOption->isChecked() != settings.Option)
+        view.cbOption->click();
+    shown.ThrowIfAny();
+}
+
+void TQXViewDriver::Refresh() {
+    TQXView& view = View();
+    const TShownSince shown(Ui());
+    if (!FParts->Connected) {
+        view.RefreshContent(nullptr, nullptr, QString());
+        shown.ThrowIfAny(); // a failed connection shows a message
+        if (!view.DataAccess())
+            throw EQXError(QStringLiteral("Could not connect to Database ") +
+                           view.ConnectionName());
+        FParts->Connected = true;
+        // The host's refresh drops its errors; a refresh that left nothing
+        // failed, and doing it again tells why.
+        if (Tree().RootCount() == 0)
+            view.RefreshCurrentView();
+    } else {
+        view.RefreshCurrentView();
+    }
+    shown.ThrowIfAny();
+}
+
+void TQXViewDriver::Expand(TQXTreeNode* node) {
+    if (!node || !HasPlaceholder(node))
+        return;
+    const TShownSince shown(Ui());
+    // A node left open by a failed expansion is opened again.
+    if (node->Expanded())
+        node->SetExpanded(false);
+    node->SetExpanded(true); // the tree's expansion notice runs the view's NodeExpanded
+    shown.ThrowIfAny();
+}
+
+bool TQXViewDriver::ExpandToDepth(int depth, int maxNodes) {
+    std::deque<TQXTreeNode*> queue;
+    for (TQXTreeNode* root : Roots(Tree()))
+        queue.push_back(root);
+    int count = CountRealNodes(Tree());
+    while (!queue.empty()) {
+        TQXTreeNode* node = queue.front();
+        queue.pop_front();
+        if (node->Level() >= depth)
+            continue;
+        if (HasPlaceholder(node)) {
+            if (count >= maxNodes)
+                return false;
+            Expand(node);
+            count += static_cast<int>(RealChildren(node).size());
+        }
+        for (TQXTreeNode* child : RealChildren(node))
+            queue.push_back(child);
+    }
+    return true;
+}
+
+bool TQXViewDriver::ExpandPath(const QStringList& texts) {
+    QList<TQXTreeNode*> candidates = Roots(Tree());
+    for (const QString& text : texts) {
+        QList<TQXTreeNode*> next;
+        bool found = false;
+        for (TQXTreeNode* node : candidates) {
+            if (node->Text() != text)
+                continue;
+            found = true;
+            Expand(node);
+            next += RealChildren(node);
+        }
+        if (!found)
+            return false;
+        candidates = next;
+    }
+    return true;
+}
+
+TQXView& TQXViewDriver::View() {
+    return *FParts->View;
+}
+
+TQXTreeControl& TQXViewDriver::Tree() {
+    return *FParts->View->tvMain;
+}
+
+TQXBaseFunctions& TQXViewDriver::BaseFunctions() {
+    return FParts->Host;
+}
+
+TQXScriptedUIServices& TQXViewDriver::Ui() {
+    return FParts->Ui;
+}
+
+qint64 TQXViewDriver::RoundTrips() const {
+    const TQXDataAccessInterface* access =
+        FParts->View->DataAccess() ? FParts->View->DataAccess() : FParts->Opened;
+    const auto* sql = dynamic_cast<const SqlDataAccess*>(access);
+    return sql ? sql->RoundTrips() : 0;
+}

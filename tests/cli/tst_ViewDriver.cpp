@@ -1,0 +1,136 @@
+// The view driver: settings through the view's controls, failures the view
+// only showed turned into errors, the default answer, and opening nodes by
+// depth, by path and up to a node cap.
+#include "CliEstate.h"
+
+#include "platform/ScriptedUIServices.h"
+#include "platform/TreeControl.h"
+#include "repository/Errors.h"
+#include "view/View.h"
+#include "view/ViewDriver.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QtTest>
+
+namespace {
+
+TQXViewSettings ObjectCalls() {
+    TQXViewSettings settings;
+    settings.Dependencies = true;
+    settings.Level = QStringLiteral("Object");
+    return settings;
+}
+
+QStringList Texts(const QList<TQXTreeNode*>& nodes) {
+    QStringList texts;
+    for (const TQXTreeNode* node : nodes)
+        texts << node->Text();
+    return texts;
+}
+
+// Every node that is not a placeholder, depth first.
+QList<TQXTreeNode*> Shown(TQXTreeControl& tree) {
+    QList<TQXTreeNode*> nodes;
+    for (TQXTreeNode* node = tree.FirstNode(); node; node = TQXTreeControl::NextNode(node))
+        if (!node->IsPlaceholder())
+            nodes << node;
+    return nodes;
+}
+
+} // namespace
+
+class TestViewDriver : public QObject {
+    Q_OBJECT
+
+    TestRepository FRepo;
+
+private slots:
+    void initTestCase() { BuildCliEstate(FRepo); }
+
+    void settingsGoThroughTheControls() {
+        TQXViewDriver driver(FRepo.Location());
+        TQXView& view = driver.View();
+        TQXViewSettings settings = ObjectCalls();
+        settings.Direction = 1;
+        settings.Level = QStringLiteral("Entry");
+        settings.Limit = QStringLiteral(" 007");
+        driver.Apply(settings);
+        QVERIFY(view.rbDependencies->isChecked());
+        QVERIFY(view.rbBottomUp->isChecked());
+        QCOMPARE(view.cbViewBy->currentText(), QString("Entry"));
+        QCOMPARE(view.tbRootItemLimit->text(), QString("7")); // checked as on leaving the box
+        QVERIFY(view.cbOption->isHidden());
+
+        // Choosing Entry checks the option box; the settings say otherwise.
+        settings.Direction = 0;
+        driver.Apply(settings);
+        QVERIFY(!view.cbOption->isHidden());
+        QVERIFY(!view.cbOption->isChecked());
+        settings.Option = true;
+        driver.Apply(settings);
+        QVERIFY(view.cbOption->isChecked());
+        QCOMPARE(view.lblUserHint->text(),
+                 QString("View: Entrys in order of execution, call TO other Entry(s)"));
+
+        settings.Limit = QStringLiteral("many");
+        QVERIFY_THROWS_EXCEPTION(EQXError, driver.Apply(settings));
+        settings.Limit = QStringLiteral("100");
+        settings.Level = QStringLiteral("Program");
+        QVERIFY_THROWS_EXCEPTION(EQXError, driver.Apply(settings));
+    }
+
+    void failuresTheViewOnlyShowedAreThrown() {
+        QVERIFY_THROWS_EXCEPTION(EQXError, TQXViewDriver(QDir::temp().filePath("none.kvdb")));
+        TQXViewDriver driver(QFINDTESTDATA("tst_ViewDriver.cpp"));
+        try {
+            driver.Refresh();
+            QFAIL("a file that is no repository was refreshed");
+        } catch (const EQXError& e) {
+            QVERIFY2(e.Message().startsWith("AssignDBPointers failed: "), qPrintable(e.Message()));
+        }
+    }
+
+    void unansweredQuestionsGetTheDefault() {
+        TQXViewDriver driver(FRepo.Location());
+        TQXUIServices& ui = TQXUIServices::Current();
+        QVERIFY(!ui.Ask("first?"));
+        driver.AnswerYes(true);
+        QVERIFY(ui.Ask("second?"));
+        driver.Ui().QueueAnswer(false); // a queued answer comes first
+        QVERIFY(!ui.Ask("third?"));
+        QCOMPARE(driver.Ui().Questions(), QStringList({"first?", "second?", "third?"}));
+    }
+
+    void refreshAndOpenNodes() {
+        TQXViewDriver driver(FRepo.Location());
+        driver.Apply(ObjectCalls());
+        const qint64 before = driver.RoundTrips();
+        driver.Refresh();
+        QVERIFY(driver.RoundTrips() > before);
+        QCOMPARE(driver.Tree().RootCount(), 5);
+
+        QVERIFY(driver.ExpandToDepth(1));
+        QCOMPARE(Texts(Shown(driver.Tree())),
+                 QStringList({"BETA [Class]", "MAIN [Program]", "IO/PRINT [Program]",
+                              "MAIN [Program]", "ZETA [Program]", "SUM,\"TOTAL\" [Program]",
+                              "ZETA [Program]", "MAIN [Program]"}));
+
+        QVERIFY(driver.ExpandPath({"MAIN [Program]", "ZETA [Program]"}));
+        QCOMPARE(Shown(driver.Tree()).size(), 9);
+        QVERIFY(!driver.ExpandPath({"MAIN [Program]", "BETA [Class]"}));
+
+        // Breadth first: the roots BETA and MAIN are opened before BETA's callee,
+        // then the cap of 7 nodes stops it.
+        driver.Refresh();
+        QVERIFY(!driver.ExpandToDepth(10, 7));
+        QCOMPARE(Shown(driver.Tree()).size(), 7);
+        QVERIFY(driver.Tree().Root(0)->FirstChild()->FirstChild()->IsPlaceholder());
+    }
+};
+
+QTEST_MAIN(TestViewDriver)
+#include "tst_ViewDriver.moc"
