@@ -3,7 +3,7 @@
 // expansions, and opening many nodes of a Dependencies tree breadth first.
 // Prints medians, 95th percentiles and database round trips per operation.
 //
-//   bench_views [--runs N] [--expansions N] [--bfs N] [--limit N] REPOSITORY...
+//   bench_views [--runs N] [--expansions N] [--bfs N] [--limit N] [--bfs-only] REPOSITORY...
 #include "BenchStats.h"
 
 #include "platform/TreeControl.h"
@@ -79,12 +79,12 @@ void BenchLevels(TQXViewDriver& driver, const QString& label, const Options& opt
 }
 
 // Opens up to `count` nodes of the Dependencies tree by objects, TopDown,
-// breadth first, one after another.
+// breadth first, one after another; as many root items as nodes to open.
 void BenchBreadthFirst(TQXViewDriver& driver, const QString& label, const Options& options) {
     TQXViewSettings settings;
     settings.Dependencies = true;
     settings.Level = QStringLiteral("Object");
-    settings.Limit = options.limit;
+    settings.Limit = QString::number(options.breadthFirst);
     driver.Apply(settings);
     driver.Refresh();
     std::deque<TQXTreeNode*> queue;
@@ -126,6 +126,7 @@ int main(int argc, char** argv) {
     parser.addOption({"expansions", "Root nodes opened per level.", "n", "20"});
     parser.addOption({"bfs", "Nodes opened breadth first.", "n", "1000"});
     parser.addOption({"limit", "Root-item limit.", "n", "100"});
+    parser.addOption({"bfs-only", "Only the breadth-first opening."});
     parser.process(app);
     if (parser.positionalArguments().isEmpty())
         parser.showHelp(2);
@@ -139,6 +140,8 @@ int main(int argc, char** argv) {
              "|---|---|---|---|---|---|---|---|---|---|---|\n";
     try {
         for (const QString& repository : parser.positionalArguments()) {
+            if (parser.isSet("bfs-only"))
+                break;
             const QString label = QFileInfo(repository).exists()
                                       ? QFileInfo(repository).completeBaseName()
                                       : repository;
