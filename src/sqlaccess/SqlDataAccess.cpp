@@ -69,8 +69,10 @@ SqlTable& SqlDataAccess::TableOf(TQXTableRef table) const {
 }
 
 void SqlDataAccess::CloseTables(QObject*, bool) {
-    for (const auto& table : std::as_const(FTables))
+    for (const auto& table : std::as_const(FTables)) {
         table->Close();
+        table->ReleaseCaches();
+    }
 }
 
 TQXTableRef SqlDataAccess::GetTableRef(const QString& tableName) {

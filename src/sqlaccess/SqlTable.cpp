@@ -16,6 +16,8 @@ constexpr int LargestBatch = 4096;
 constexpr int DirectLookups = 24;
 // Selections larger than this are never indexed; lookups stay in the database.
 constexpr qsizetype LargestIndex = 2'000'000;
+// Small selections remembered per table.
+constexpr qsizetype RememberedSelections = 4096;
 
 const QString SeqColumn = QStringLiteral("QXSeq");
 } // namespace
@@ -57,12 +59,37 @@ bool SqlTable::Select(const QString& where) {
     Close();
     FSelected = true;
     FWhere = where;
-    FExhausted = false;
-    if (!FetchBatch())
-        return false;
+    if (const auto remembered = FSmallSelections.constFind(where);
+        remembered != FSmallSelections.cend()) {
+        FBatch = remembered.value();
+        FBatchSize = FirstBatch;
+        FExhausted = true;
+        if (FBatch.isEmpty())
+            return false;
+        FLastSeq = FBatch.back()[FSeqPosition].toLongLong();
+    } else {
+        FExhausted = false;
+        const bool found = FetchBatch();
+        if (FExhausted)
+            Remember(where, found ? FBatch : QVector<QVector<QVariant>>());
+        if (!found)
+            return false;
+    }
     FHasCurrent = true;
     FCurrentSeq = FBatch[0][FSeqPosition].toLongLong();
     return true;
+}
+
+void SqlTable::Remember(const QString& where, const QVector<QVector<QVariant>>& rows) {
+    if (FSmallSelectionOrder.size() >= RememberedSelections)
+        FSmallSelections.remove(FSmallSelectionOrder.takeFirst());
+    FSmallSelections.insert(where, rows);
+    FSmallSelectionOrder << where;
+}
+
+void SqlTable::Forget() {
+    FSmallSelections.clear();
+    FSmallSelectionOrder.clear();
 }
 
 // Reads the next batch of the selection after FLastSeq into FBatch; false
@@ -132,6 +159,7 @@ void SqlTable::Close() {
 }
 
 void SqlTable::ReleaseCaches() {
+    Forget();
     for (auto& [keys, state] : FLocates)
         state.index.reset();
 }
@@ -270,6 +298,7 @@ void SqlTable::SetValue(const TQXField& field, const QVariant& value) {
         FBatch[FBatchPos][position] = value;
     }
     FLocates.clear(); // indexed key values may have changed
+    Forget();
 }
 
 void SqlTable::Delete(const QString& where) {
@@ -277,4 +306,5 @@ void SqlTable::Delete(const QString& where) {
     statement.Execute(QStringLiteral("DELETE FROM ") + FName +
                       (where.trimmed().isEmpty() ? QString() : QStringLiteral(" WHERE ") + where));
     FLocates.clear();
+    Forget();
 }

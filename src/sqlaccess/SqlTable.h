@@ -27,6 +27,9 @@ public:
 // never read at once. Locating by key columns asks the database for the first
 // few lookups of a selection and then builds an in-memory index of the
 // selection's keys, so that thousands of lookups cost microseconds each.
+// Small selections (one batch or less, the lookups of single records that
+// expansions make by the thousand) are remembered by their where text until
+// the table is written, the refresh ends or the tables are closed.
 class SqlTable final : public SqlDataSetBase {
 public:
     SqlTable(QSqlDatabase db, qint64& roundTrips, const QString& name, const QStringList& columns);
@@ -47,7 +50,8 @@ public:
     bool Locate(const QString& keyFields, const QVariantList& keyValues, bool next);
     void SetValue(const TQXField& field, const QVariant& value);
     void Delete(const QString& where);
-    // Frees what can be rebuilt (locate indexes); the selection stays.
+    // Frees what can be rebuilt (locate indexes, remembered selections);
+    // the current selection stays.
     void ReleaseCaches();
 
 private:
@@ -58,6 +62,8 @@ private:
     };
 
     bool FetchBatch();
+    void Remember(const QString& where, const QVector<QVector<QVariant>>& rows);
+    void Forget();
     const QVector<QVariant>& CurrentRow() const;
     LocateState& StateFor(const QStringList& keys);
     bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values, qint64 after);
@@ -88,6 +94,10 @@ private:
     qint64 FCurrentSeq = 0;
     mutable std::optional<QVector<QVariant>> FLocatedRow;
     bool FCurrentIsLocated = false;
+
+    // Small selections by where text, and the order they were remembered in.
+    QHash<QString, QVector<QVector<QVariant>>> FSmallSelections;
+    QStringList FSmallSelectionOrder;
 
     // Locate state per key column list, for the current selection.
     std::map<QString, LocateState> FLocates;

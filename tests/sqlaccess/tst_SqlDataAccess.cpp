@@ -280,6 +280,31 @@ private slots:
         QVERIFY(!Access().LocateRecord(attribute, QStringLiteral("QXAttributeID"), {6}, 1));
     }
 
+    void smallSelectionsAreReadOncePerRefresh() {
+        if (!Open())
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
+        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 5}, {"QXAttributeName", "BATCH"}});
+        auto* attribute = Table("QXATTRIBUTE");
+        const QString where = QStringLiteral("QXAttributeID = 5");
+        QVERIFY(Access().SelectRecords(attribute, where));
+        QVERIFY(!Access().SelectRecords(attribute, QStringLiteral("QXAttributeID = 6")));
+        const qint64 trips = Access().RoundTrips();
+        QVERIFY(Access().SelectRecords(attribute, where));
+        QVERIFY(!Access().SelectRecords(attribute, QStringLiteral("QXAttributeID = 6")));
+        QCOMPARE(Access().RoundTrips(), trips);
+        // A write through the data-access object is seen at once.
+        QVERIFY(Access().SelectRecords(attribute, where));
+        Access().SetFieldValue(attribute, Field("QXATTRIBUTE", "QXAttributeName"),
+                               QStringLiteral("ONLINE"));
+        QVERIFY(Access().SelectRecords(attribute, where));
+        QCOMPARE(Text("QXATTRIBUTE", "QXAttributeName"), QStringLiteral("ONLINE"));
+        // Another writer's change is seen from the next refresh on.
+        FRepo->Exec(QStringLiteral("UPDATE QXATTRIBUTE SET QXAttributeName = 'IMS'"));
+        Access().EndRefresh(true, false);
+        QVERIFY(Access().SelectRecords(attribute, where));
+        QCOMPARE(Text("QXATTRIBUTE", "QXAttributeName"), QStringLiteral("IMS"));
+    }
+
     void failuresCarryTheDatabasesMessage() {
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
