@@ -1,0 +1,67 @@
+// The question a view asks when a level shows as many root items as the
+// limit allows, asked through the UI services of a view on a real repository.
+#include "platform/ScriptedUIServices.h"
+#include "platform/TreeControl.h"
+#include "support/TestRepository.h"
+#include "view/View.h"
+#include "view/ViewDriver.h"
+
+#include <QRadioButton>
+#include <QtTest>
+
+class TestFilterHint : public QObject {
+    Q_OBJECT
+
+    TestRepository FRepo;
+
+    QStringList QuestionsFor(const QString& limit, bool filterOn) {
+        TQXViewDriver driver(FRepo.Location());
+        TQXViewSettings settings;
+        settings.Limit = limit;
+        driver.Apply(settings);
+        if (filterOn)
+            driver.View().rbFilterOn->click();
+        driver.Refresh();
+        return driver.Ui().Questions();
+    }
+
+private slots:
+    void initTestCase() {
+        for (int id = 1; id <= 3; ++id) {
+            FRepo.Insert("QXATTRIBUTE", {{"QXAttributeID", id},
+                                         {"QXAttributeType", 1},
+                                         {"QXAttributeName", QStringLiteral("SYSTEM%1").arg(id)}});
+            FRepo.Insert("QXFILE", {{"QXFileID", id}, {"QXSystemID", id}});
+        }
+    }
+
+    void askedOnceWhenTheLimitIsReached() {
+        QCOMPARE(QuestionsFor(QStringLiteral("2"), false),
+                 QStringList{QStringLiteral("This View contains more than 2 RootItems,\r"
+                                            "do You want to use Filter?")});
+        // Exactly as many root items as the limit: still asked, once.
+        QCOMPARE(QuestionsFor(QStringLiteral("3"), false).size(), 1);
+        QVERIFY(QuestionsFor(QStringLiteral("4"), false).isEmpty());
+    }
+
+    void aFilterWithoutConditionsIsOfferedForChange() {
+        QCOMPARE(QuestionsFor(QStringLiteral("2"), true),
+                 QStringList{QStringLiteral("This View contains more than 2 RootItems,\r"
+                                            "do You want to change the Filter?")});
+    }
+
+    void answeringYesStillListsUpToTheLimit() {
+        TQXViewDriver driver(FRepo.Location());
+        driver.AnswerYes(true);
+        TQXViewSettings settings;
+        settings.Limit = QStringLiteral("2");
+        driver.Apply(settings);
+        driver.Refresh();
+        // Without a filter dialog to show, the listing goes on to the limit marker.
+        QCOMPARE(driver.Tree().RootCount(), 3);
+        QVERIFY(driver.Tree().Root(0)->Text().startsWith(QStringLiteral("  *** RootItem Limit")));
+    }
+};
+
+QTEST_MAIN(TestFilterHint)
+#include "tst_FilterHint.moc"
