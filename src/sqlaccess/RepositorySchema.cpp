@@ -48,16 +48,11 @@ void CreateIndexes(QSqlDatabase& db) {
 }
 
 void DropTables(QSqlDatabase& db) {
-    const QStringList existing = db.tables();
     QSqlQuery query(db);
     for (const char* table : {"QXFILE", "QXOBJECT", "QXENTRY", "QXROW", "QXWORD", "QXDEPENDENCIES",
-                              "QXPACKAGE", "QXATTRIBUTE", "QXDATAFLOW", "QXLOAD"}) {
-        const QString name = QLatin1String(table);
-        if (!existing.contains(name, Qt::CaseInsensitive))
-            continue;
-        if (!query.exec(QStringLiteral("DROP TABLE ") + name))
+                              "QXPACKAGE", "QXATTRIBUTE", "QXDATAFLOW", "QXLOAD"})
+        if (!query.exec(QStringLiteral("DROP TABLE IF EXISTS ") + QLatin1String(table)))
             throw EQXError(query.lastError().text());
-    }
 }
 
 } // namespace RepositorySchema
