@@ -16,13 +16,13 @@ const QStringList Levels{QStringLiteral("System"),      QStringLiteral("Computer
                          QStringLiteral("Object"),      QStringLiteral("Entry"),
                          QStringLiteral("Code"),        QStringLiteral("Data")};
 
-struct OptionSpec {
+struct OptionDescription {
     const char* Name;
     const char* Value; // null for a switch
     const char* Text;
 };
 
-const OptionSpec Specs[] = {
+const OptionDescription Descriptions[] = {
     {"type", "Distribution|Dependencies", "view type (Distribution)"},
     {"direction", "TopDown|BottomUp", "track direction (TopDown)"},
     {"level", "System|Computer|...|Data",
@@ -116,11 +116,12 @@ QString TQXTreeOptions::Help() {
         "Refreshes the view of REPO (a SQLite repository file or a PostgreSQL connection\n"
         "string) with the given settings, opens nodes as asked and prints the tree.\n\n"
         "options:\n");
-    for (const OptionSpec& spec : Specs) {
-        QString left = QStringLiteral("--") + QLatin1String(spec.Name);
-        if (spec.Value)
-            left += QLatin1Char(' ') + QLatin1String(spec.Value);
-        text += QStringLiteral("  %1  ").arg(left, -34) + Wrapped(QLatin1String(spec.Text), 38);
+    for (const OptionDescription& described : Descriptions) {
+        QString left = QStringLiteral("--") + QLatin1String(described.Name);
+        if (described.Value)
+            left += QLatin1Char(' ') + QLatin1String(described.Value);
+        text +=
+            QStringLiteral("  %1  ").arg(left, -34) + Wrapped(QLatin1String(described.Text), 38);
     }
     text += QStringLiteral(
         "\nformats:\n"
@@ -141,13 +142,13 @@ QString TQXTreeOptions::Help() {
 TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    for (const OptionSpec& spec : Specs) {
-        QStringList names{QLatin1String(spec.Name)};
+    for (const OptionDescription& described : Descriptions) {
+        QStringList names{QLatin1String(described.Name)};
         if (names.constFirst() == QLatin1String("help"))
             names << QStringLiteral("h");
-        QCommandLineOption option(names, QLatin1String(spec.Text));
-        if (spec.Value)
-            option.setValueName(QLatin1String(spec.Value));
+        QCommandLineOption option(names, QLatin1String(described.Text));
+        if (described.Value)
+            option.setValueName(QLatin1String(described.Value));
         parser.addOption(option);
     }
     if (!parser.parse(QStringList{QStringLiteral("tree")} + arguments))
