@@ -1,8 +1,11 @@
 #pragma once
 
+#include "repository/SchemaNames.h"
+
 // The codes the sample estate writes, as a loader of a real estate would.
 // Language ids, icons and word and section types that the view gives a
-// meaning to are fixed by the view; the others are this sample's choice.
+// meaning to are the repository's own codes; the others are this sample's
+// choice.
 namespace estate {
 
 // QXFILE.QXLanguageID and QXWORD.QXLanguageID. Every word carries the
@@ -21,9 +24,9 @@ inline constexpr int LinkEdit = 20700;
 
 // QXATTRIBUTE.QXAttributeType
 namespace attr {
-inline constexpr int System = 1;
-inline constexpr int Computer = 2;
-inline constexpr int Application = 3;
+inline constexpr int System = qx::code::AttributeSystem;
+inline constexpr int Computer = qx::code::AttributeComputer;
+inline constexpr int Application = qx::code::AttributeApplication;
 } // namespace attr
 
 // Image indexes of the host's image list, as stored in QXATTRIBUTE.QXIcon and
@@ -38,9 +41,11 @@ inline constexpr int Workstation = 6;
 inline constexpr int Terminal = 8;
 inline constexpr int OnlineApplication = 9;
 inline constexpr int BatchApplication = 10;
-inline constexpr int ComputerAsApplication = 49; // a computer listed among applications
+// A computer listed among applications.
+inline constexpr int ComputerAsApplication = qx::code::IconComputerAmongApplications;
 
-inline constexpr int HiddenPart = -1; // a copy member as expanded inside its includer
+// A copy member as expanded inside its includer.
+inline constexpr int HiddenPart = qx::code::IconHiddenPart;
 inline constexpr int Class = 14;
 inline constexpr int ScreenMap = 16; // enables the form viewer
 inline constexpr int Record = 18;
@@ -60,11 +65,12 @@ namespace word {
 inline constexpr int Keyword = 1;
 inline constexpr int Symbol = 2;
 inline constexpr int Number = 3;
-inline constexpr int Name = 4;       // names of paragraphs, programs, maps, steps
-inline constexpr int Qualifier = 10; // OF, IN, "." between a qualifier and the qualified name
+inline constexpr int Name = 4; // names of paragraphs, programs, maps, steps
+// OF, IN, "." between a qualifier and the qualified name.
+inline constexpr int Qualifier = qx::code::WordQualifier;
 inline constexpr int Literal = 1001; // every word of a quoted literal, the quotes included
-inline constexpr int Declaration = 1011;
-inline constexpr int Use = 1012;
+inline constexpr int Declaration = qx::code::WordVariableDeclaration;
+inline constexpr int Use = qx::code::WordVariableUse;
 } // namespace word
 
 // QXWORD.QXSectionType: the declaration section of a declared variable, and
@@ -73,7 +79,7 @@ namespace section {
 inline constexpr int FileSection = 21;
 inline constexpr int WorkingStorage = 22;
 inline constexpr int Linkage = 23;
-inline constexpr int CallArgument = 24;
+inline constexpr int CallArgument = qx::code::SectionCallArgument;
 inline constexpr int Field = 25;
 inline constexpr int Local = 26;
 inline constexpr int MapField = 27;
