@@ -6,9 +6,9 @@
 //   bench_views [--runs N] [--expansions N] [--bfs N] [--limit N] [--bfs-only] REPOSITORY...
 #include "BenchStats.h"
 
+#include "driver/ViewDriver.h"
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
-#include "view/ViewDriver.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -17,9 +17,6 @@
 #include <deque>
 
 namespace {
-
-const QStringList Levels{"System", "Computer", "Application", "Package",
-                         "Object", "Entry",    "Code",        "Data"};
 
 struct Options {
     int runs = 5;
@@ -36,21 +33,20 @@ QString Ms(double value) {
 QList<TQXTreeNode*> Expandable(TQXTreeControl& tree, int most) {
     QList<TQXTreeNode*> nodes;
     for (int i = 0; i < tree.RootCount() && nodes.size() < most; ++i)
-        if (TQXTreeNode* node = tree.Root(i);
-            node->FirstChild() && node->FirstChild()->IsPlaceholder())
+        if (TQXTreeNode* node = tree.Root(i); TQXTreeControl::HasPlaceholder(node))
             nodes << node;
     return nodes;
 }
 
 void BenchLevels(TQXViewDriver& driver, const QString& label, const Options& options) {
     for (bool dependencies : {false, true}) {
-        for (const QString& level : Levels) {
+        for (const QString& level : level::Names()) {
             if (dependencies && level == QLatin1String("Data"))
                 continue; // the Dependencies view has no Data level yet
             TQXViewSettings settings;
-            settings.Dependencies = dependencies;
-            settings.Level = level;
-            settings.Limit = options.limit;
+            settings.Type = dependencies ? TQXViewType::Dependencies : TQXViewType::Distribution;
+            settings.Level = *level::FromName(level);
+            settings.LimitText = options.limit;
             driver.Apply(settings);
             qint64 trips = 0;
             const BenchSamples refresh = Measure(options.runs, [&] {
@@ -82,9 +78,9 @@ void BenchLevels(TQXViewDriver& driver, const QString& label, const Options& opt
 // breadth first, one after another; as many root items as nodes to open.
 void BenchBreadthFirst(TQXViewDriver& driver, const QString& label, const Options& options) {
     TQXViewSettings settings;
-    settings.Dependencies = true;
-    settings.Level = QStringLiteral("Object");
-    settings.Limit = QString::number(options.breadthFirst);
+    settings.Type = TQXViewType::Dependencies;
+    settings.Level = TQXLevel::Object;
+    settings.LimitText = QString::number(options.breadthFirst);
     driver.Apply(settings);
     driver.Refresh();
     std::deque<TQXTreeNode*> queue;
@@ -97,7 +93,7 @@ void BenchBreadthFirst(TQXViewDriver& driver, const QString& label, const Option
         while (!queue.empty() && opened < options.breadthFirst) {
             TQXTreeNode* node = queue.front();
             queue.pop_front();
-            if (!node->FirstChild() || !node->FirstChild()->IsPlaceholder())
+            if (!TQXTreeControl::HasPlaceholder(node))
                 continue;
             each.ms.push_back(Measure(1, [&] { driver.Expand(node); }).ms.front());
             ++opened;

@@ -11,10 +11,6 @@ namespace {
 
 const QStringList Types{QStringLiteral("Distribution"), QStringLiteral("Dependencies")};
 const QStringList Directions{QStringLiteral("TopDown"), QStringLiteral("BottomUp")};
-const QStringList Levels{QStringLiteral("System"),      QStringLiteral("Computer"),
-                         QStringLiteral("Application"), QStringLiteral("Package"),
-                         QStringLiteral("Object"),      QStringLiteral("Entry"),
-                         QStringLiteral("Code"),        QStringLiteral("Data")};
 
 struct OptionDescription {
     const char* Name;
@@ -175,15 +171,20 @@ TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
             throw EQXUsageError(QStringLiteral("--%1 is given more than once").arg(name));
 
     if (isSet("type"))
-        options.Settings.Dependencies = Choose(QStringLiteral("view type"), value("type"), Types) ==
-                                        QLatin1String("Dependencies");
+        options.Settings.Type = Choose(QStringLiteral("view type"), value("type"), Types) ==
+                                        QLatin1String("Dependencies")
+                                    ? TQXViewType::Dependencies
+                                    : TQXViewType::Distribution;
     if (isSet("direction"))
-        options.Settings.Direction = static_cast<int>(Directions.indexOf(
-            Choose(QStringLiteral("direction"), value("direction"), Directions)));
+        options.Settings.Direction = Choose(QStringLiteral("direction"), value("direction"),
+                                            Directions) == QLatin1String("TopDown")
+                                         ? TQXDirection::TopDown
+                                         : TQXDirection::BottomUp;
     if (isSet("level"))
-        options.Settings.Level = Choose(QStringLiteral("level"), value("level"), Levels);
+        options.Settings.Level =
+            *level::FromName(Choose(QStringLiteral("level"), value("level"), level::Names()));
     if (isSet("limit"))
-        options.Settings.Limit =
+        options.Settings.LimitText =
             QString::number(Number(QStringLiteral("limit"), value("limit"), 1));
     options.Settings.Option = isSet("option");
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/ViewDriver.h"
+#include "driver/ViewDriver.h"
 
 #include <QString>
 #include <QStringList>

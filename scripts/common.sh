@@ -37,9 +37,17 @@ kv_forget_moc_stamps() {
     find "$KV_BUILD" -path '*_autogen/timestamp' -delete 2>/dev/null || true
 }
 
+# Compiler cache, where the machine has one: rebuilds after a branch switch
+# take seconds instead of minutes.
+kv_cmake_configure() {
+    local launcher=()
+    command -v ccache >/dev/null 2>&1 && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    cmake -S "$KV_ROOT" -B "$KV_BUILD" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" >/dev/null
+}
+
 kv_build() {
     kv_say "building in $KV_BUILD"
-    cmake -S "$KV_ROOT" -B "$KV_BUILD" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+    kv_cmake_configure
     kv_forget_moc_stamps
     cmake --build "$KV_BUILD" -j "$(nproc)" "$@"
 }

@@ -1,8 +1,8 @@
 #include "host/FormInterface.h"
 
 #include "host/BaseFunctionsInterface.h"
-#include "host/ImageList.h"
 #include "platform/ErrorDisplay.h"
+#include "platform/ImageList.h"
 #include "platform/UIServices.h"
 
 #include <QAction>

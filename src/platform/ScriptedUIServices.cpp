@@ -25,7 +25,7 @@ bool TQXScriptedUIServices::Ask(const QString& text, TQXQuestionKind) {
     FQuestions << text;
     if (FAnswers.isEmpty()) {
         FUnanswered << text;
-        return false;
+        return FDefaultAnswer;
     }
     return FAnswers.dequeue();
 }

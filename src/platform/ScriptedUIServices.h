@@ -11,8 +11,8 @@
 // UI services for tests and unattended runs: answers come from queues, and
 // everything shown is recorded. While it lives it is the current instance;
 // its destructor puts the previous one back. A question without a queued
-// answer is answered No (an empty path, a cancelled choice) and recorded in
-// Unanswered().
+// answer gets the default answer (No unless set otherwise) and is recorded
+// in Unanswered(); a file dialog or choice without one is cancelled.
 class TQXScriptedUIServices final : public TQXUIServices {
 public:
     TQXScriptedUIServices();
@@ -23,6 +23,8 @@ public:
 
     // Answers, used in the order queued.
     void QueueAnswer(bool yes) { FAnswers.enqueue(yes); }
+    // The answer to a question when none is queued.
+    void SetDefaultAnswer(bool yes) { FDefaultAnswer = yes; }
     void QueueOpenFileName(const QString& path) { FOpenFileNames.enqueue(path); }
     void QueueSaveFileName(const QString& path) { FSaveFileNames.enqueue(path); }
     void QueueChoice(const std::optional<QString>& choice) { FChoices.enqueue(choice); }
@@ -66,6 +68,7 @@ public:
 private:
     TQXUIServices* FPrevious;
     QQueue<bool> FAnswers;
+    bool FDefaultAnswer = false;
     QQueue<QString> FOpenFileNames;
     QQueue<QString> FSaveFileNames;
     QQueue<std::optional<QString>> FChoices;

@@ -1,45 +1,81 @@
 #include "platform/TreeControl.h"
 
-#include "host/ImageList.h"
+#include "platform/ImageList.h"
 
 #include <QHeaderView>
 #include <QMenu>
 #include <QSet>
+#include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
+class TQXTreeControl::Widget : public QTreeWidget {
+public:
+    using QTreeWidget::indexFromItem;
+    using QTreeWidget::itemFromIndex;
+    using QTreeWidget::QTreeWidget;
+};
+
+namespace {
+
+// The sibling after `item`, or after the nearest ancestor that has one.
+QTreeWidgetItem* NextAfterSubtree(const QTreeWidgetItem* item) {
+    while (item) {
+        QTreeWidgetItem* parent = item->parent();
+        const QTreeWidgetItem* container =
+            parent ? parent : item->treeWidget()->invisibleRootItem();
+        const int index = container->indexOfChild(const_cast<QTreeWidgetItem*>(item));
+        if (index + 1 < container->childCount())
+            return container->child(index + 1);
+        item = parent;
+    }
+    return nullptr;
+}
+
+} // namespace
+
 TQXTreeControl::TQXTreeControl(QWidget* parent)
-    : QTreeWidget(parent), FImages(&TQXImageList::Standard()) {
-    setColumnCount(1);
-    header()->hide();
-    setSelectionMode(QAbstractItemView::ExtendedSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setIndentation(19);
-    setUniformRowHeights(true);
-    setContextMenuPolicy(Qt::CustomContextMenu);
+    : QWidget(parent), FWidget(new Widget(this)), FImages(&TQXImageList::Standard()) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(FWidget);
+    setFocusProxy(FWidget);
+
+    FWidget->setColumnCount(1);
+    FWidget->header()->hide();
+    FWidget->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    FWidget->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    FWidget->setIndentation(19);
+    FWidget->setUniformRowHeights(true);
+    FWidget->setContextMenuPolicy(Qt::CustomContextMenu);
     // The selection stays visible when the tree does not have the focus.
-    QPalette p = palette();
+    QPalette p = FWidget->palette();
     p.setColor(QPalette::Inactive, QPalette::Highlight,
                p.color(QPalette::Active, QPalette::Highlight));
     p.setColor(QPalette::Inactive, QPalette::HighlightedText,
                p.color(QPalette::Active, QPalette::HighlightedText));
-    setPalette(p);
+    FWidget->setPalette(p);
 
-    connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) {
-        if (TQXTreeNode* node = AsNode(item))
+    connect(FWidget, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) {
+        if (TQXTreeNode* node = TQXTreeNode::FromItem(item))
             emit NodeExpanded(node);
     });
-    connect(this, &QTreeWidget::itemSelectionChanged, this, &TQXTreeControl::TrackSelection);
-    connect(this, &QWidget::customContextMenuRequested, this, &TQXTreeControl::ShowPopup);
+    connect(FWidget, &QTreeWidget::itemSelectionChanged, this, &TQXTreeControl::TrackSelection);
+    connect(FWidget, &QWidget::customContextMenuRequested, this, &TQXTreeControl::ShowPopup);
 }
 
-TQXTreeControl::~TQXTreeControl() = default;
+TQXTreeControl::~TQXTreeControl() {
+    // The nodes go before the control's own members they refer to.
+    FSelectionOrder.clear();
+    FWidget->clear();
+}
 
 void TQXTreeControl::SetImages(const TQXImageList* images) {
     FImages = images;
     FIconCache.clear();
-    viewport()->update();
+    FWidget->viewport()->update();
 }
 
 QIcon TQXTreeControl::NodeIcon(int imageIndex, int selectedIndex) const {
@@ -65,10 +101,19 @@ QIcon TQXTreeControl::NodeIcon(int imageIndex, int selectedIndex) const {
     return icon;
 }
 
+QTreeWidgetItem* TQXTreeControl::Container(TQXTreeNode* parent) const {
+    return parent ? parent->AsItem() : FWidget->invisibleRootItem();
+}
+
 TQXTreeNode* TQXTreeControl::AddRoot(const QString& text, std::unique_ptr<TQXTreeItem> item,
                                      int imageIndex) {
+    return InsertRoot(RootCount(), text, std::move(item), imageIndex);
+}
+
+TQXTreeNode* TQXTreeControl::InsertRoot(int index, const QString& text,
+                                        std::unique_ptr<TQXTreeItem> item, int imageIndex) {
     auto node = std::make_unique<TQXTreeNode>(text, std::move(item), imageIndex);
-    addTopLevelItem(node.get());
+    FWidget->insertTopLevelItem(index, node->AsItem());
     return node.release(); // owned by the tree now
 }
 
@@ -77,7 +122,18 @@ TQXTreeNode* TQXTreeControl::AddChild(TQXTreeNode* parent, const QString& text,
     if (!parent)
         return AddRoot(text, std::move(item), imageIndex);
     auto node = std::make_unique<TQXTreeNode>(text, std::move(item), imageIndex);
-    parent->addChild(node.get());
+    parent->addChild(node->AsItem());
+    return node.release(); // owned by its parent now
+}
+
+TQXTreeNode* TQXTreeControl::InsertChildAfter(TQXTreeNode* parent, const TQXTreeNode* after,
+                                              const QString& text,
+                                              std::unique_ptr<TQXTreeItem> item, int imageIndex) {
+    QTreeWidgetItem* container = Container(parent);
+    auto node = std::make_unique<TQXTreeNode>(text, std::move(item), imageIndex);
+    const int index = after ? container->indexOfChild(const_cast<TQXTreeNode*>(after)->AsItem())
+                            : container->childCount() - 1;
+    container->insertChild(index + 1, node->AsItem());
     return node.release(); // owned by its parent now
 }
 
@@ -85,24 +141,43 @@ TQXTreeNode* TQXTreeControl::AddPlaceholder(TQXTreeNode* parent) {
     return AddChild(parent, QString());
 }
 
+bool TQXTreeControl::HasPlaceholder(const TQXTreeNode* node) {
+    return node != nullptr && node->ChildCount() > 0 && node->FirstChild()->Item() == nullptr;
+}
+
+bool TQXTreeControl::TakePlaceholder(TQXTreeNode* node) {
+    if (!HasPlaceholder(node))
+        return false;
+    delete node->FirstChild();
+    return true;
+}
+
 void TQXTreeControl::Clear() {
     FSelectionOrder.clear();
-    clear();
+    FWidget->clear();
+}
+
+int TQXTreeControl::RootCount() const {
+    return FWidget->topLevelItemCount();
+}
+
+TQXTreeNode* TQXTreeControl::Root(int index) const {
+    return TQXTreeNode::FromItem(FWidget->topLevelItem(index));
 }
 
 int TQXTreeControl::NodeCount() const {
     int count = 0;
-    for (QTreeWidgetItemIterator it(const_cast<TQXTreeControl*>(this)); *it; ++it)
+    for (QTreeWidgetItemIterator it(FWidget); *it; ++it)
         ++count;
     return count;
 }
 
 int TQXTreeControl::AbsoluteIndex(const TQXTreeNode* node) const {
-    if (!node || node->treeWidget() != this)
+    if (!node || node->AsItem()->treeWidget() != FWidget)
         return -1;
     int index = 0;
-    for (QTreeWidgetItemIterator it(const_cast<TQXTreeControl*>(this)); *it; ++it, ++index)
-        if (*it == node)
+    for (QTreeWidgetItemIterator it(FWidget); *it; ++it, ++index)
+        if (*it == node->AsItem())
             return index;
     return -1;
 }
@@ -111,68 +186,50 @@ TQXTreeNode* TQXTreeControl::NodeAt(int absoluteIndex) const {
     if (absoluteIndex < 0)
         return nullptr;
     int index = 0;
-    for (QTreeWidgetItemIterator it(const_cast<TQXTreeControl*>(this)); *it; ++it, ++index)
+    for (QTreeWidgetItemIterator it(FWidget); *it; ++it, ++index)
         if (index == absoluteIndex)
-            return AsNode(*it);
+            return TQXTreeNode::FromItem(*it);
     return nullptr;
 }
-
-namespace {
-
-// The sibling after `item`, or after the nearest ancestor that has one.
-QTreeWidgetItem* NextAfterSubtree(const QTreeWidgetItem* item) {
-    while (item) {
-        QTreeWidgetItem* parent = item->parent();
-        const QTreeWidgetItem* container =
-            parent ? parent : item->treeWidget()->invisibleRootItem();
-        const int index = container->indexOfChild(const_cast<QTreeWidgetItem*>(item));
-        if (index + 1 < container->childCount())
-            return container->child(index + 1);
-        item = parent;
-    }
-    return nullptr;
-}
-
-} // namespace
 
 TQXTreeNode* TQXTreeControl::NextNode(const TQXTreeNode* node) {
-    if (!node || !node->treeWidget())
+    if (!node || !node->AsItem()->treeWidget())
         return nullptr;
-    if (node->childCount() > 0)
+    if (node->ChildCount() > 0)
         return node->Child(0);
-    return AsNode(NextAfterSubtree(node));
+    return TQXTreeNode::FromItem(NextAfterSubtree(node->AsItem()));
 }
 
 bool TQXTreeControl::IsVisibleNode(const TQXTreeNode* node) {
-    if (!node || !node->treeWidget())
+    if (!node || !node->AsItem()->treeWidget())
         return false;
-    for (const QTreeWidgetItem* p = node->parent(); p; p = p->parent())
-        if (!p->isExpanded())
+    for (const TQXTreeNode* p = node->ParentNode(); p; p = p->ParentNode())
+        if (!p->Expanded())
             return false;
     return true;
 }
 
 TQXTreeNode* TQXTreeControl::NextVisible(const TQXTreeNode* node) const {
-    if (!node || node->treeWidget() != this)
+    if (!node || node->AsItem()->treeWidget() != FWidget)
         return nullptr;
-    if (node->isExpanded() && node->childCount() > 0)
+    if (node->Expanded() && node->ChildCount() > 0)
         return node->Child(0);
-    return AsNode(NextAfterSubtree(node));
+    return TQXTreeNode::FromItem(NextAfterSubtree(node->AsItem()));
 }
 
 TQXTreeNode* TQXTreeControl::PreviousVisible(const TQXTreeNode* node) const {
-    if (!node || node->treeWidget() != this)
+    if (!node || node->AsItem()->treeWidget() != FWidget)
         return nullptr;
-    QTreeWidgetItem* parent = node->parent();
-    const QTreeWidgetItem* container = parent ? parent : invisibleRootItem();
-    const int index = container->indexOfChild(const_cast<TQXTreeNode*>(node));
+    QTreeWidgetItem* parent = const_cast<QTreeWidgetItem*>(node->AsItem())->parent();
+    const QTreeWidgetItem* container = parent ? parent : FWidget->invisibleRootItem();
+    const int index = container->indexOfChild(const_cast<QTreeWidgetItem*>(node->AsItem()));
     if (index == 0)
-        return AsNode(parent);
+        return TQXTreeNode::FromItem(parent);
     // The last visible node of the previous sibling's subtree.
     QTreeWidgetItem* item = container->child(index - 1);
     while (item->isExpanded() && item->childCount() > 0)
         item = item->child(item->childCount() - 1);
-    return AsNode(item);
+    return TQXTreeNode::FromItem(item);
 }
 
 QList<TQXTreeNode*> TQXTreeControl::Selection() const {
@@ -180,8 +237,8 @@ QList<TQXTreeNode*> TQXTreeControl::Selection() const {
     for (const QPersistentModelIndex& index : FSelectionOrder) {
         if (!index.isValid())
             continue;
-        TQXTreeNode* node = AsNode(itemFromIndex(index));
-        if (node && node->isSelected())
+        TQXTreeNode* node = TQXTreeNode::FromItem(FWidget->itemFromIndex(index));
+        if (node && node->Selected())
             nodes << node;
     }
     return nodes;
@@ -189,7 +246,7 @@ QList<TQXTreeNode*> TQXTreeControl::Selection() const {
 
 void TQXTreeControl::Select(TQXTreeNode* node, bool keepOthers) {
     if (!keepOthers)
-        clearSelection();
+        FWidget->clearSelection();
     if (node)
         node->setSelected(true);
 }
@@ -199,9 +256,21 @@ void TQXTreeControl::Deselect(TQXTreeNode* node) {
         node->setSelected(false);
 }
 
+void TQXTreeControl::SetCurrent(TQXTreeNode* node) {
+    FWidget->setCurrentItem(node ? node->AsItem() : nullptr);
+}
+
+QRect TQXTreeControl::NodeRect(const TQXTreeNode* node) const {
+    return node ? FWidget->visualItemRect(node->AsItem()) : QRect();
+}
+
+QWidget* TQXTreeControl::Viewport() const {
+    return FWidget->viewport();
+}
+
 void TQXTreeControl::TrackSelection() {
     QSet<QTreeWidgetItem*> selected;
-    for (QTreeWidgetItem* item : selectedItems())
+    for (QTreeWidgetItem* item : FWidget->selectedItems())
         selected.insert(item);
 
     QSet<QTreeWidgetItem*> known;
@@ -209,7 +278,7 @@ void TQXTreeControl::TrackSelection() {
     for (const QPersistentModelIndex& index : FSelectionOrder) {
         if (!index.isValid())
             continue;
-        QTreeWidgetItem* item = itemFromIndex(index);
+        QTreeWidgetItem* item = FWidget->itemFromIndex(index);
         if (item && selected.contains(item) && !known.contains(item)) {
             kept << index;
             known.insert(item);
@@ -224,21 +293,19 @@ void TQXTreeControl::TrackSelection() {
         // Nodes selected together join in tree order.
         QHash<QTreeWidgetItem*, int> order;
         int position = 0;
-        for (QTreeWidgetItemIterator it(this); *it; ++it)
+        for (QTreeWidgetItemIterator it(FWidget); *it; ++it)
             order.insert(*it, position++);
         std::sort(added.begin(), added.end(), [&order](QTreeWidgetItem* a, QTreeWidgetItem* b) {
             return order.value(a) < order.value(b);
         });
     }
     for (QTreeWidgetItem* item : added)
-        kept << QPersistentModelIndex(indexFromItem(item));
+        kept << QPersistentModelIndex(FWidget->indexFromItem(item));
     FSelectionOrder = kept;
 }
 
 void TQXTreeControl::SortChildren(TQXTreeNode* parent) {
-    QTreeWidgetItem* container =
-        parent ? static_cast<QTreeWidgetItem*>(parent) : invisibleRootItem();
-    container->sortChildren(0, Qt::AscendingOrder);
+    Container(parent)->sortChildren(0, Qt::AscendingOrder);
 }
 
 void TQXTreeControl::BeginUpdate() {
@@ -259,7 +326,7 @@ void TQXTreeControl::SetPopupMenu(QMenu* menu) {
 
 void TQXTreeControl::ShowPopup(const QPoint& position) {
     if (FPopupMenu)
-        FPopupMenu->popup(viewport()->mapToGlobal(position));
+        FPopupMenu->popup(FWidget->viewport()->mapToGlobal(position));
 }
 
 void TQXTreeControl::SetTreeFont(const QString& name, int pointSize) {
@@ -269,5 +336,5 @@ void TQXTreeControl::SetTreeFont(const QString& name, int pointSize) {
     if (pointSize > 0)
         f.setPointSize(pointSize);
     setFont(f);
-    viewport()->update();
+    FWidget->viewport()->update();
 }

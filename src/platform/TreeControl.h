@@ -7,18 +7,20 @@
 #include <QMenu>
 #include <QPersistentModelIndex>
 #include <QPointer>
-#include <QTreeWidget>
+#include <QWidget>
 
 #include <memory>
 
+class QTreeWidgetItem;
 class TQXImageList;
 
-// The repository tree: a read-only QTreeWidget with multi-select (Ctrl and
-// Shift), images from an image list, and the operations the view needs:
-// nodes that own their items, placeholder children, the selection in the
-// order it was made, depth-first absolute indexes, visible-node walks,
-// alphabetical sorting, nestable update brackets and a switchable popup menu.
-class TQXTreeControl : public QTreeWidget {
+// The repository tree: a read-only tree with multi-select (Ctrl and Shift),
+// images from an image list, and the operations the view needs: nodes that
+// own their items, placeholder children, the selection in the order it was
+// made, depth-first absolute indexes, visible-node walks, alphabetical
+// sorting, nestable update brackets and a switchable popup menu. The Qt tree
+// widget inside is not reachable from outside.
+class TQXTreeControl : public QWidget {
     Q_OBJECT
 
 public:
@@ -32,15 +34,30 @@ public:
 
     TQXTreeNode* AddRoot(const QString& text, std::unique_ptr<TQXTreeItem> item = nullptr,
                          int imageIndex = -1);
+    // A root node at `index` of the top level.
+    TQXTreeNode* InsertRoot(int index, const QString& text,
+                            std::unique_ptr<TQXTreeItem> item = nullptr, int imageIndex = -1);
     TQXTreeNode* AddChild(TQXTreeNode* parent, const QString& text,
                           std::unique_ptr<TQXTreeItem> item = nullptr, int imageIndex = -1);
+    // A child of `parent` right after its child `after`.
+    TQXTreeNode* InsertChildAfter(TQXTreeNode* parent, const TQXTreeNode* after,
+                                  const QString& text, std::unique_ptr<TQXTreeItem> item = nullptr,
+                                  int imageIndex = -1);
+
     // An empty child without item that makes `parent` expandable.
     TQXTreeNode* AddPlaceholder(TQXTreeNode* parent);
+    // Whether the node still waits for its first expansion: its first child
+    // carries no item.
+    static bool HasPlaceholder(const TQXTreeNode* node);
+    // Removes that first child; false when there is none (the node has
+    // nothing to show, or was expanded before).
+    static bool TakePlaceholder(TQXTreeNode* node);
+
     // Deletes every node and so frees every item.
     void Clear();
 
-    int RootCount() const { return topLevelItemCount(); }
-    TQXTreeNode* Root(int index) const { return AsNode(topLevelItem(index)); }
+    int RootCount() const;
+    TQXTreeNode* Root(int index) const;
     TQXTreeNode* FirstNode() const { return Root(0); }
     // Every existing node, collapsed branches included.
     int NodeCount() const;
@@ -64,6 +81,11 @@ public:
     // Selects `node`, alone or added to the selection.
     void Select(TQXTreeNode* node, bool keepOthers = false);
     void Deselect(TQXTreeNode* node);
+    // The node with the keyboard focus.
+    void SetCurrent(TQXTreeNode* node);
+    // Where the node is drawn, in the coordinates of Viewport().
+    QRect NodeRect(const TQXTreeNode* node) const;
+    QWidget* Viewport() const;
 
     // Alphabetical order of one node's children, or of the top level.
     void SortChildren(TQXTreeNode* parent);
@@ -85,9 +107,13 @@ signals:
     void NodeExpanded(TQXTreeNode* node);
 
 private:
+    class Widget; // the Qt tree widget inside
+
+    QTreeWidgetItem* Container(TQXTreeNode* parent) const;
     void TrackSelection();
     void ShowPopup(const QPoint& position);
 
+    Widget* FWidget; // owned as a child widget
     const TQXImageList* FImages = nullptr;
     mutable QHash<quint64, QIcon> FIconCache;
     QList<QPersistentModelIndex> FSelectionOrder;

@@ -21,16 +21,24 @@ void TQXTreeNode::SetSelectedIndex(int index) {
     emitDataChanged();
 }
 
+QIcon TQXTreeNode::Icon() const {
+    return data(0, Qt::DecorationRole).value<QIcon>();
+}
+
 bool TQXTreeNode::IsPlaceholder() const {
     return parent() != nullptr && !FItem && text(0).isEmpty();
 }
 
 TQXTreeNode* TQXTreeNode::ParentNode() const {
-    return AsNode(parent());
+    return FromItem(parent());
 }
 
 TQXTreeNode* TQXTreeNode::Child(int index) const {
-    return AsNode(child(index));
+    return FromItem(child(index));
+}
+
+int TQXTreeNode::IndexOfChild(const TQXTreeNode* child) const {
+    return child != nullptr ? indexOfChild(const_cast<TQXTreeNode*>(child)) : -1;
 }
 
 int TQXTreeNode::Level() const {
@@ -41,7 +49,8 @@ int TQXTreeNode::Level() const {
 }
 
 TQXTreeControl* TQXTreeNode::Tree() const {
-    return qobject_cast<TQXTreeControl*>(treeWidget());
+    return treeWidget() != nullptr ? qobject_cast<TQXTreeControl*>(treeWidget()->parentWidget())
+                                   : nullptr;
 }
 
 QVariant TQXTreeNode::data(int column, int role) const {
@@ -61,7 +70,10 @@ bool TQXTreeNode::operator<(const QTreeWidgetItem& other) const {
     return folded != 0 ? folded < 0 : a < b;
 }
 
-TQXTreeNode* AsNode(QTreeWidgetItem* item) {
-    return item && item->type() == TQXTreeNode::NodeType ? static_cast<TQXTreeNode*>(item)
-                                                         : nullptr;
+TQXTreeNode* TQXTreeNode::FromItem(QTreeWidgetItem* item) {
+    return item && item->type() == NodeType ? static_cast<TQXTreeNode*>(item) : nullptr;
+}
+
+const TQXTreeNode* TQXTreeNode::FromItem(const QTreeWidgetItem* item) {
+    return item && item->type() == NodeType ? static_cast<const TQXTreeNode*>(item) : nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "repository/TreeItems.h"
 
+#include <QIcon>
 #include <QTreeWidgetItem>
 
 #include <memory>
@@ -13,10 +14,10 @@ class TQXTreeControl;
 // every node frees its item. A node without an item is a text-only node: a
 // marker, or with an empty text a placeholder child that makes its parent
 // expandable.
-class TQXTreeNode : public QTreeWidgetItem {
+//
+// The Qt item underneath is the tree control's business alone.
+class TQXTreeNode : private QTreeWidgetItem {
 public:
-    static constexpr int NodeType = QTreeWidgetItem::UserType + 1;
-
     TQXTreeNode(const QString& text, std::unique_ptr<TQXTreeItem> item, int imageIndex);
     ~TQXTreeNode() override;
 
@@ -31,9 +32,13 @@ public:
     // Sets both the image index and the selected index.
     void SetImageIndex(int index);
     void SetSelectedIndex(int index);
+    // The picture the tree draws for the node (normal and selected).
+    QIcon Icon() const;
 
     TQXTreeItem* Item() const { return FItem.get(); }
     void SetItem(std::unique_ptr<TQXTreeItem> item) { FItem = std::move(item); }
+    // The node's item as T; null without an item or for an item of another kind.
+    template <class T> const T* ItemAs() const { return dynamic_cast<const T*>(FItem.get()); }
 
     // A child with an empty text and no item.
     bool IsPlaceholder() const;
@@ -42,6 +47,7 @@ public:
     int ChildCount() const { return childCount(); }
     TQXTreeNode* Child(int index) const;
     TQXTreeNode* FirstChild() const { return Child(0); }
+    int IndexOfChild(const TQXTreeNode* child) const;
     // 0 for a root node, 1 for its children, and so on.
     int Level() const;
 
@@ -51,16 +57,22 @@ public:
 
     TQXTreeControl* Tree() const;
 
+private:
+    friend class TQXTreeControl;
+    static constexpr int NodeType = QTreeWidgetItem::UserType + 1;
+
+    // The node behind a Qt item of a tree control; null for any other.
+    static TQXTreeNode* FromItem(QTreeWidgetItem* item);
+    static const TQXTreeNode* FromItem(const QTreeWidgetItem* item);
+    QTreeWidgetItem* AsItem() { return this; }
+    const QTreeWidgetItem* AsItem() const { return this; }
+
     // The icon comes from the tree's image list, drawn from the two indexes.
     QVariant data(int column, int role) const override;
     // Alphabetical order of the texts, case-insensitive first.
     bool operator<(const QTreeWidgetItem& other) const override;
 
-private:
     std::unique_ptr<TQXTreeItem> FItem;
     int FImageIndex = -1;
     int FSelectedIndex = -1;
 };
-
-// The node behind a QTreeWidgetItem of a tree control; null for any other.
-TQXTreeNode* AsNode(QTreeWidgetItem* item);

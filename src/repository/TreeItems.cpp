@@ -37,3 +37,41 @@ QString TQXDataItem::GetItemID() const {
     return QStringLiteral("D") + JoinNumbers({OwnerFileID, OwnerObjectID, OwnerEntryID, FileID,
                                               ObjectID, EntryID, RowID, WordID, LanguageID});
 }
+
+std::unique_ptr<TQXItem> TQXItem::ForSystem(qint32 systemID) {
+    return std::make_unique<TQXItem>(0, systemID, 0, 0, 0, 0, 0, 0, 0);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForComputer(qint32 computerID) {
+    return std::make_unique<TQXItem>(0, 0, computerID, 0, 0, 0, 0, 0, 0);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForApplication(qint32 applicationID) {
+    return std::make_unique<TQXItem>(0, 0, 0, applicationID, 0, 0, 0, 0, 0);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForPackage(qint32 fileID, qint32 packageID) {
+    return std::make_unique<TQXItem>(fileID, 0, 0, 0, packageID, 0, 0, 0, 0);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForObject(qint32 fileID, qint32 objectID) {
+    return std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, 0, 0, 0);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForEntry(qint32 fileID, qint32 objectID, qint32 entryID) {
+    return std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, entryID, 0, 0);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForRow(qint32 fileID, qint32 objectID, qint32 entryID,
+                                         qint32 rowID) {
+    return std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, entryID, rowID, 0);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForWord(qint32 fileID, qint32 objectID, qint32 entryID,
+                                          qint32 rowID, qint32 wordID) {
+    return std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, entryID, rowID, wordID);
+}
+
+std::unique_ptr<TQXItem> TQXItem::ForNothing() {
+    return std::make_unique<TQXItem>(0, 0, 0, 0, 0, 0, 0, 0, 0);
+}

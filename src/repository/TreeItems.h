@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <memory>
+
 // Data carried by a tree node that stands for something in the repository.
 // The node owns its item; items never change after construction.
 class TQXTreeItem {
@@ -21,6 +23,20 @@ class TQXItem final : public TQXTreeItem {
 public:
     TQXItem(qint32 fileID, qint32 systemID, qint32 computerID, qint32 applicationID,
             qint32 packageID, qint32 objectID, qint32 entryID, qint32 rowID, qint32 wordID);
+
+    // Named factories, so that no caller passes nine ids by position.
+    static std::unique_ptr<TQXItem> ForSystem(qint32 systemID);
+    static std::unique_ptr<TQXItem> ForComputer(qint32 computerID);
+    static std::unique_ptr<TQXItem> ForApplication(qint32 applicationID);
+    static std::unique_ptr<TQXItem> ForPackage(qint32 fileID, qint32 packageID);
+    static std::unique_ptr<TQXItem> ForObject(qint32 fileID, qint32 objectID);
+    static std::unique_ptr<TQXItem> ForEntry(qint32 fileID, qint32 objectID, qint32 entryID);
+    static std::unique_ptr<TQXItem> ForRow(qint32 fileID, qint32 objectID, qint32 entryID,
+                                           qint32 rowID);
+    static std::unique_ptr<TQXItem> ForWord(qint32 fileID, qint32 objectID, qint32 entryID,
+                                            qint32 rowID, qint32 wordID);
+    // An item with every id 0: something listed that is not in the repository.
+    static std::unique_ptr<TQXItem> ForNothing();
 
     QString ClassName() const override { return QStringLiteral("TQXItem"); }
     QString GetItemID() const override;

@@ -1,8 +1,8 @@
 #include "view/CallLookup.h"
 
 #include "repository/Errors.h"
+#include "repository/ImageIndexes.h"
 #include "repository/WhereText.h"
-#include "view/ImageIndexes.h"
 
 namespace {
 const QString CallColumns =
@@ -18,9 +18,8 @@ struct TQXCallLookup::Call {
     qint32 FromFileID, FromObjectID, FromEntryID, FromRowID;
 };
 
-TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
-                             QObject* owner)
-    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables), FOwner(owner) {}
+TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables)
+    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables) {}
 
 TQXCallLookup::Call TQXCallLookup::ReadCall(TQXTableRef dataSet) {
     using namespace qx::QXDEPENDENCIES;
@@ -33,7 +32,7 @@ TQXCallLookup::Call TQXCallLookup::ReadCall(TQXTableRef dataSet) {
                 value(QXFromObjectID),   value(QXFromEntryID),      value(QXFromRowID)};
 }
 
-bool TQXCallLookup::GetDependencies(const TQXItem& item, int direction, bool stopAtFirst,
+bool TQXCallLookup::GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst,
                                     bool objectsSequential, TDependencies& list) {
     list.clear();
     try {
@@ -42,7 +41,7 @@ bool TQXCallLookup::GetDependencies(const TQXItem& item, int direction, bool sto
             return false;
         bool found = false;
         for (const Source& s : sources) {
-            const bool kept = direction == 0
+            const bool kept = direction == TQXDirection::TopDown
                                   ? TopDown(s, item, stopAtFirst, objectsSequential, list)
                                   : BottomUp(s, item, stopAtFirst, list);
             found = found || kept;
@@ -139,8 +138,9 @@ bool TQXCallLookup::TopDown(const Source& s, const TQXItem& item, bool stopAtFir
 
     bool found = false;
     {
+        // The result is closed before the lookup returns: it needs no owner.
         std::unique_ptr<TQXDataSet> query =
-            FDataAccess.OpenQuery(FOwner, {CallColumns, condition, CallOrder}, 0);
+            FDataAccess.OpenQuery(nullptr, {CallColumns, condition, CallOrder}, 0);
         for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get())) {
             const Call d = ReadCall(query.get());
             bool leaveOut = false;
@@ -158,9 +158,14 @@ bool TQXCallLookup::TopDown(const Source& s, const TQXItem& item, bool stopAtFir
             if (leaveOut)
                 continue;
             const bool packageFile = s.PackageID > 0 && s.ObjectID == 0;
-            list.push_back(TDependency{d.FileID, packageFile ? d.FileID : 0, d.ObjectID, d.EntryID,
-                                       0, 0, d.InheritsFileID, d.InheritsObjectID, d.FromFileID,
-                                       d.FromRowID});
+            list.push_back(TDependency{.FileID = d.FileID,
+                                       .PackageFileID = packageFile ? d.FileID : 0,
+                                       .ObjectID = d.ObjectID,
+                                       .EntryID = d.EntryID,
+                                       .InheritsFileID = d.InheritsFileID,
+                                       .InheritsObjectID = d.InheritsObjectID,
+                                       .FromFileID = d.FromFileID,
+                                       .FromRowID = d.FromRowID});
             found = true;
             if (stopAtFirst)
                 break;
@@ -202,9 +207,14 @@ bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFi
         if (leaveOut)
             continue;
         const bool packageFile = s.PackageID > 0 && s.ObjectID == 0;
-        list.push_back(TDependency{d.FromFileID, packageFile ? d.FromFileID : 0, d.FromObjectID,
-                                   d.FromEntryID, 0, 0, d.InheritsFileID, d.InheritsObjectID,
-                                   d.FromFileID, d.FromRowID});
+        list.push_back(TDependency{.FileID = d.FromFileID,
+                                   .PackageFileID = packageFile ? d.FromFileID : 0,
+                                   .ObjectID = d.FromObjectID,
+                                   .EntryID = d.FromEntryID,
+                                   .InheritsFileID = d.InheritsFileID,
+                                   .InheritsObjectID = d.InheritsObjectID,
+                                   .FromFileID = d.FromFileID,
+                                   .FromRowID = d.FromRowID});
         found = true;
         if (stopAtFirst)
             break;

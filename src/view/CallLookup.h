@@ -1,10 +1,11 @@
 #pragma once
 
 #include "repository/DataAccessInterface.h"
+#include "repository/Dependency.h"
+#include "repository/RecordReader.h"
 #include "repository/TableHandleSet.h"
 #include "repository/TreeItems.h"
-#include "view/Dependency.h"
-#include "view/RecordReader.h"
+#include "repository/ViewSettings.h"
 
 #include <vector>
 
@@ -14,14 +15,14 @@
 // QXFILE, QXPACKAGE, QXOBJECT and QXDEPENDENCIES.
 class TQXCallLookup {
 public:
-    TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, QObject* owner);
+    TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables);
 
     // Empties `list` and appends one record per call kept; true when any was
     // kept. With stopAtFirst the lookup ends at the first record kept.
     // `objectsSequential` is the view's option box: with it, an object's
     // calls into itself are kept. Failures are raised again with the
     // "TQXView.GetDependencies: " prefix.
-    bool GetDependencies(const TQXItem& item, int direction, bool stopAtFirst,
+    bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst,
                          bool objectsSequential, TDependencies& list);
 
 private:
@@ -48,5 +49,4 @@ private:
     TQXDataAccessInterface& FDataAccess;
     TQXTableHandleSet& FTables;
     TQXRecordReader FRecords;
-    QObject* FOwner;
 };

@@ -2,9 +2,9 @@
 
 #include "platform/TreeControl.h"
 #include "platform/TreeNode.h"
+#include "repository/ImageIndexes.h"
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
-#include "view/ImageIndexes.h"
 
 #include <vector>
 
@@ -14,26 +14,13 @@ namespace F = qx::QXFILE;
 namespace O = qx::QXOBJECT;
 namespace E = qx::QXENTRY;
 
-const TQXItem* ItemOf(const TQXTreeNode* node) {
-    return dynamic_cast<const TQXItem*>(node->Item());
-}
-
-// Inserts a new child right after `after`, or appends it when `after` is the
-// last child.
-TQXTreeNode* InsertAfter(TQXTreeNode* parent, TQXTreeNode* after, const QString& text,
-                         std::unique_ptr<TQXItem> item, int image) {
-    auto child = std::make_unique<TQXTreeNode>(text, std::move(item), image);
-    TQXTreeNode* added = child.get();
-    parent->insertChild(parent->indexOfChild(after) + 1, child.release()); // owned by parent
-    return added;
-}
 } // namespace
 
 bool dependencies::IsListed(const TQXTreeNode* node,
                             const std::function<bool(const TQXItem&)>& same, bool indentedOnly) {
     for (int i = node->ChildCount() - 1; i >= 0; --i) {
         const TQXTreeNode* child = node->Child(i);
-        const TQXItem* item = ItemOf(child);
+        const TQXItem* item = child->ItemAs<TQXItem>();
         if (item == nullptr || (indentedOnly && !child->Text().startsWith(Indent)))
             continue;
         if (same(*item))
@@ -43,9 +30,9 @@ bool dependencies::IsListed(const TQXTreeNode* node,
 }
 
 TQXDependenciesCallChildren::TQXDependenciesCallChildren(TQXExpansionContext& context, Kind kind,
-                                                         int direction, int levelN)
-    : FContext(context), FRecords(context.Records), FKind(kind), FDirection(direction),
-      FLevelN(levelN) {}
+                                                         int levelN)
+    : FContext(context), FRecords(context.Records), FKind(kind), FOption(context.Settings.Option),
+      FDirection(context.Settings.DirectionNumber()), FLevelN(levelN) {}
 
 void TQXDependenciesCallChildren::Add(TQXTreeNode* node, const TDependencies& calls) {
     // Every object is located in the whole table, whatever a filter selected.
@@ -60,7 +47,7 @@ void TQXDependenciesCallChildren::Add(TQXTreeNode* node, const TDependencies& ca
 
 void TQXDependenciesCallChildren::Regular(TQXTreeNode* node, const TDependencies& calls) {
     // In sequence, an entry is listed at every call to it.
-    const bool dropRepeats = FKind == Kind::Objects || !FContext.Option;
+    const bool dropRepeats = FKind == Kind::Objects || !FOption;
     for (const TDependency& call : calls) {
         if (call.InheritsFileID != 0 || (dropRepeats && IsListed(node, call, false)))
             continue;
@@ -70,7 +57,7 @@ void TQXDependenciesCallChildren::Regular(TQXTreeNode* node, const TDependencies
         FContext.Tree.AddChild(node, Label(*target), ItemFor(call, *target),
                                Image(*target, target->Obj.Name));
     }
-    if (!FContext.Option)
+    if (!FOption)
         FContext.Tree.SortChildren(node);
 }
 
@@ -81,7 +68,7 @@ void TQXDependenciesCallChildren::InheritedTopDown(TQXTreeNode* node, const TDep
     for (int i = 0; i < node->ChildCount(); ++i)
         regular.push_back(node->Child(i));
     for (TQXTreeNode* owner : regular) {
-        const TQXItem* ownerItem = ItemOf(owner);
+        const TQXItem* ownerItem = owner->ItemAs<TQXItem>();
         if (ownerItem == nullptr)
             continue;
         TQXTreeNode* last = owner;
@@ -109,8 +96,8 @@ void TQXDependenciesCallChildren::InheritedTopDown(TQXTreeNode* node, const TDep
                        QStringLiteral(", therefore possible call]");
             }
             // A hidden part is matched against the inheriting object's name.
-            last = InsertAfter(node, last, text, ItemFor(call, *target),
-                               Image(*target, inheritor->Name));
+            last = FContext.Tree.InsertChildAfter(node, last, text, ItemFor(call, *target),
+                                                  Image(*target, inheritor->Name));
         }
     }
 }
@@ -226,7 +213,7 @@ int TQXDependenciesCallChildren::HiddenPartImage(const QString& name) {
 
 std::unique_ptr<TQXItem> TQXDependenciesCallChildren::ItemFor(const TDependency& call,
                                                               const Target& target) const {
-    return std::make_unique<TQXItem>(call.FileID, 0, 0, 0, 0, call.ObjectID, target.EntryID, 0, 0);
+    return TQXItem::ForEntry(call.FileID, call.ObjectID, target.EntryID);
 }
 
 QString TQXDependenciesCallChildren::Label(const Target& target) const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/Dependency.h"
+#include "repository/Dependency.h"
 #include "view/ExpansionContext.h"
 
 #include <QString>
@@ -34,7 +34,7 @@ public:
 
     // `levelN` is added to entry images so that the Code view's levels
     // alternate; 0 elsewhere.
-    TQXDependenciesCallChildren(TQXExpansionContext& context, Kind kind, int direction, int levelN);
+    TQXDependenciesCallChildren(TQXExpansionContext& context, Kind kind, int levelN);
 
     void Add(TQXTreeNode* node, const TDependencies& calls);
 
@@ -73,6 +73,7 @@ private:
     TQXExpansionContext& FContext;
     TQXRecordReader& FRecords;
     Kind FKind;
-    int FDirection;
+    bool FOption;   // the option box: in sequence, repeats are listed
+    int FDirection; // the settings' direction number
     int FLevelN;
 };

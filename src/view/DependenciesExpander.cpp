@@ -2,11 +2,12 @@
 
 #include "platform/TreeControl.h"
 #include "platform/TreeNode.h"
+#include "repository/ImageIndexes.h"
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
 #include "view/DependenciesCallChildren.h"
-#include "view/ImageIndexes.h"
 #include "view/Recursion.h"
+#include "view/ViewOperations.h"
 
 #include <memory>
 #include <utility>
@@ -18,89 +19,79 @@ namespace A = qx::QXATTRIBUTE;
 namespace P = qx::QXPACKAGE;
 namespace R = qx::QXROW;
 
-constexpr int ImageLineWithCall = 23;      // + N, Code view TopDown
-constexpr int ImageLineCallingParent = 27; // + the depth's parity, Code view BottomUp
-
-const TQXItem* ItemOf(const TQXTreeNode* node) {
-    return dynamic_cast<const TQXItem*>(node->Item());
-}
-
 // File and object of either kind of item; the expansion limits test them.
-std::pair<qint32, qint32> FileAndObject(const TQXTreeItem& item) {
-    if (const auto* data = dynamic_cast<const TQXDataItem*>(&item))
+std::pair<qint32, qint32> FileAndObject(const TQXTreeNode& node) {
+    if (const auto* data = node.ItemAs<TQXDataItem>())
         return {data->FileID, data->ObjectID};
-    const auto& chain = static_cast<const TQXItem&>(item);
-    return {chain.FileID, chain.ObjectID};
+    const auto* chain = node.ItemAs<TQXItem>();
+    return {chain->FileID, chain->ObjectID};
 }
 } // namespace
 
 TQXDependenciesExpander::TQXDependenciesExpander(TQXExpansionContext& context)
-    : FContext(context) {}
+    : FContext(context), FSettings(context.Settings),
+      FDirection(context.Settings.DirectionNumber()) {}
 
-void TQXDependenciesExpander::Expand(TQXTreeNode* node, int direction) {
+void TQXDependenciesExpander::Expand(TQXTreeNode* node) {
     if (node == nullptr || node->Item() == nullptr)
         return;
     if (RefusedByLimits(node)) {
         node->SetExpanded(false); // keeps its placeholder for later
         return;
     }
-    if (node->ChildCount() == 0 || node->FirstChild()->Item() != nullptr)
+    if (!TQXTreeControl::TakePlaceholder(node))
         return; // nothing to show, or expanded before
-    const std::unique_ptr<QTreeWidgetItem> placeholder(node->takeChild(0)); // freed on return
 
-    const QString& level = FContext.Level;
-    const TQXItem* item = ItemOf(node);
-    if (level == QLatin1String("Data") || item == nullptr)
+    const TQXLevel level = FSettings.Level;
+    const TQXItem* item = node->ItemAs<TQXItem>();
+    if (level == TQXLevel::Data || item == nullptr)
         return; // data flows are not listed yet
 
-    const Roles roles = RolesOf(node, direction);
+    const Roles roles = RolesOf(node);
     TDependencies calls;
     if (roles.Entries) {
-        FContext.GetDependencies(*item, direction, false);
+        FContext.View.GetDependencies(*item, FSettings.Direction, false);
         // Copied: the placeholder tests below refill the view's list.
-        calls = FContext.Dependencies;
+        calls = FContext.View.Dependencies();
     }
 
-    if (level == QLatin1String("System") || level == QLatin1String("Computer") ||
-        level == QLatin1String("Application")) {
+    if (level::IsAttribute(level)) {
         AddAttributes(node, calls);
-    } else if (level == QLatin1String("Package")) {
-        AddPackages(node, calls, direction);
-    } else if (level == QLatin1String("Object") || level == QLatin1String("Entry") ||
-               level == QLatin1String("Code")) {
-        const auto kind = level == QLatin1String("Object")
-                              ? TQXDependenciesCallChildren::Kind::Objects
-                              : TQXDependenciesCallChildren::Kind::Entries;
+    } else if (level == TQXLevel::Package) {
+        AddPackages(node, calls);
+    } else {
+        const auto kind = level == TQXLevel::Object ? TQXDependenciesCallChildren::Kind::Objects
+                                                    : TQXDependenciesCallChildren::Kind::Entries;
         if (roles.Entries)
-            TQXDependenciesCallChildren(FContext, kind, direction, roles.N).Add(node, calls);
+            TQXDependenciesCallChildren(FContext, kind, roles.N).Add(node, calls);
         if (roles.Lines)
-            AddLines(node, *item, direction, roles.N);
+            AddLines(node, *item, roles.N);
     }
-    Finish(node, direction, roles);
+    Finish(node, roles);
 }
 
 bool TQXDependenciesExpander::RefusedByLimits(const TQXTreeNode* node) {
-    if (FContext.ExpandFileID <= 0 && FContext.ExpandPackageID <= 0 && FContext.ExpandObjectID <= 0)
+    const TQXExpandLimits& limits = FContext.Limits;
+    if (!limits.Any())
         return false;
-    const auto [fileID, objectID] = FileAndObject(*node->Item());
-    if (FContext.ExpandPackageID > 0) {
+    const auto [fileID, objectID] = FileAndObject(*node);
+    if (limits.PackageID > 0) {
         if (!FContext.Records.Select(Table::QXPACKAGE, where::Keys({{"QXObjectFileID", fileID},
                                                                     {"QXObjectID", objectID}})))
             return true;
-        return FContext.Records.Int(Table::QXPACKAGE, P::QXPackageID) != FContext.ExpandPackageID;
+        return FContext.Records.Int(Table::QXPACKAGE, P::QXPackageID) != limits.PackageID;
     }
-    return fileID != FContext.ExpandFileID || objectID != FContext.ExpandObjectID;
+    return fileID != limits.FileID || objectID != limits.ObjectID;
 }
 
 // In the Code view TopDown, nodes at even depths list their lines and nodes
 // at odd depths (lines) the entries they call; BottomUp every node (an
 // entry) lists both. N alternates between levels of the same kind.
-TQXDependenciesExpander::Roles TQXDependenciesExpander::RolesOf(const TQXTreeNode* node,
-                                                                int direction) const {
-    if (FContext.Level != QLatin1String("Code"))
+TQXDependenciesExpander::Roles TQXDependenciesExpander::RolesOf(const TQXTreeNode* node) const {
+    if (FSettings.Level != TQXLevel::Code)
         return Roles{};
     const int depth = node->Level();
-    if (direction != 0)
+    if (!FSettings.IsTopDown())
         return Roles{true, true, depth % 2 == 0 ? 2 : 1};
     if (depth % 2 == 0)
         return Roles{false, true, depth % 4 == 0 ? 2 : 1};
@@ -109,9 +100,8 @@ TQXDependenciesExpander::Roles TQXDependenciesExpander::RolesOf(const TQXTreeNod
 
 // Systems, computers or applications of the called (or calling) files.
 void TQXDependenciesExpander::AddAttributes(TQXTreeNode* node, const TDependencies& calls) {
-    const QString& level = FContext.Level;
-    const bool system = level == QLatin1String("System");
-    const bool computer = level == QLatin1String("Computer");
+    const bool system = FSettings.Level == TQXLevel::System;
+    const bool computer = FSettings.Level == TQXLevel::Computer;
     const int column = system ? F::QXSystemID : computer ? F::QXComputerID : F::QXApplicationID;
     auto idOf = [&](const TQXItem& item) {
         return system ? item.SystemID : computer ? item.ComputerID : item.ApplicationID;
@@ -125,8 +115,9 @@ void TQXDependenciesExpander::AddAttributes(TQXTreeNode* node, const TDependenci
             continue;
         if (!records.Select(Table::QXATTRIBUTE, where::Keys({{"QXAttributeID", id}})))
             continue;
-        auto item = std::make_unique<TQXItem>(0, system ? id : 0, computer ? id : 0,
-                                              system || computer ? 0 : id, 0, 0, 0, 0, 0);
+        auto item = system     ? TQXItem::ForSystem(id)
+                    : computer ? TQXItem::ForComputer(id)
+                               : TQXItem::ForApplication(id);
         FContext.Tree.AddChild(node, records.Text(Table::QXATTRIBUTE, A::QXAttributeName),
                                std::move(item), records.Int(Table::QXATTRIBUTE, A::QXIcon));
     }
@@ -134,8 +125,7 @@ void TQXDependenciesExpander::AddAttributes(TQXTreeNode* node, const TDependenci
 
 // A call into a package file names the package; any other call names an
 // object, whose packages are found through the object's name.
-void TQXDependenciesExpander::AddPackages(TQXTreeNode* node, const TDependencies& calls,
-                                          int direction) {
+void TQXDependenciesExpander::AddPackages(TQXTreeNode* node, const TDependencies& calls) {
     TQXRecordReader& records = FContext.Records;
     for (const TDependency& call : calls) {
         if (call.PackageFileID > 0) {
@@ -143,7 +133,7 @@ void TQXDependenciesExpander::AddPackages(TQXTreeNode* node, const TDependencies
                     node, [&](const TQXItem& item) { return item.FileID == call.PackageFileID; }))
                 continue;
             if (records.Select(Table::QXPACKAGE, where::Keys({{"QXFileID", call.PackageFileID}})))
-                AddPackageOfCurrentRecord(node, direction);
+                AddPackageOfCurrentRecord(node);
             continue;
         }
         if (!records.Select(Table::QXOBJECT, where::Keys({{"QXFileID", call.FileID},
@@ -156,46 +146,42 @@ void TQXDependenciesExpander::AddPackages(TQXTreeNode* node, const TDependencies
             const qint32 packageID = records.Int(Table::QXPACKAGE, P::QXPackageID);
             if (!dependencies::IsListed(
                     node, [&](const TQXItem& item) { return item.PackageID == packageID; }))
-                AddPackageOfCurrentRecord(node, direction);
+                AddPackageOfCurrentRecord(node);
         } while (records.Next(Table::QXPACKAGE));
     }
 }
 
-void TQXDependenciesExpander::AddPackageOfCurrentRecord(TQXTreeNode* node, int direction) {
+void TQXDependenciesExpander::AddPackageOfCurrentRecord(TQXTreeNode* node) {
     TQXRecordReader& records = FContext.Records;
-    auto item =
-        std::make_unique<TQXItem>(records.Int(Table::QXPACKAGE, P::QXFileID), 0, 0, 0,
-                                  records.Int(Table::QXPACKAGE, P::QXPackageID), 0, 0, 0, 0);
+    auto item = TQXItem::ForPackage(records.Int(Table::QXPACKAGE, P::QXFileID),
+                                    records.Int(Table::QXPACKAGE, P::QXPackageID));
     FContext.Tree.AddChild(node, records.Text(Table::QXPACKAGE, P::QXPackageName), std::move(item),
-                           direction == 0 ? image::ImagePackageTopDown
-                                          : image::ImagePackageBottomUp);
+                           image::ImagePackageTopDown + FDirection);
 }
 
 // The lines of code of the node's entry, in record order. TopDown marks the
 // lines that make a call; BottomUp the line that calls the entry the node
 // was reached from.
-void TQXDependenciesExpander::AddLines(TQXTreeNode* node, const TQXItem& item, int direction,
-                                       int levelN) {
+void TQXDependenciesExpander::AddLines(TQXTreeNode* node, const TQXItem& item, int levelN) {
     TQXRecordReader& records = FContext.Records;
     if (!records.Select(Table::QXROW, where::Keys({{"QXFileID", item.FileID},
                                                    {"QXObjectID", item.ObjectID},
                                                    {"QXEntryID", item.EntryID}})))
         return;
     const TQXTreeNode* parent = node->ParentNode();
-    const TQXItem* calledEntry = parent != nullptr ? ItemOf(parent) : nullptr;
+    const TQXItem* calledEntry = parent != nullptr ? parent->ItemAs<TQXItem>() : nullptr;
     const int depth = node->Level();
     do {
-        auto line = std::make_unique<TQXItem>(records.Int(Table::QXROW, R::QXFileID), 0, 0, 0, 0,
-                                              records.Int(Table::QXROW, R::QXObjectID),
-                                              records.Int(Table::QXROW, R::QXEntryID),
-                                              records.Int(Table::QXROW, R::QXRowID), 0);
+        auto line = TQXItem::ForRow(
+            records.Int(Table::QXROW, R::QXFileID), records.Int(Table::QXROW, R::QXObjectID),
+            records.Int(Table::QXROW, R::QXEntryID), records.Int(Table::QXROW, R::QXRowID));
         const QString text = records.Text(Table::QXROW, R::QXRow);
         int imageIndex = image::ImageRow;
-        if (direction == 0) {
+        if (FSettings.IsTopDown()) {
             if (records.Int(Table::QXROW, R::QXCall) != 0)
-                imageIndex = ImageLineWithCall + levelN;
+                imageIndex = image::ImageLineWithCall + levelN;
         } else if (calledEntry != nullptr && MakesCallInto(*calledEntry, *line)) {
-            imageIndex = ImageLineCallingParent + depth % 2;
+            imageIndex = image::ImageLineCallingParent + depth % 2;
         }
         FContext.Tree.AddChild(node, text, std::move(line), imageIndex);
     } while (records.Next(Table::QXROW));
@@ -214,25 +200,23 @@ bool TQXDependenciesExpander::MakesCallInto(const TQXItem& entry, const TQXItem&
 
 // Marks recursion and gives each new child a placeholder when it has
 // something to show, then sorts the grouping levels.
-void TQXDependenciesExpander::Finish(TQXTreeNode* node, int direction, const Roles& roles) {
-    const bool code = FContext.Level == QLatin1String("Code");
+void TQXDependenciesExpander::Finish(TQXTreeNode* node, const Roles& roles) {
+    const bool code = FSettings.Level == TQXLevel::Code;
     for (int i = node->ChildCount() - 1; i >= 0; --i) {
         TQXTreeNode* child = node->Child(i);
-        const TQXItem* item = ItemOf(child);
+        const TQXItem* item = child->ItemAs<TQXItem>();
         if (item == nullptr || CheckRecursion(child))
             continue;
         bool expandable = false;
-        if (code && direction == 0 && roles.Entries)
+        if (code && FSettings.IsTopDown() && roles.Entries)
             expandable = true; // a called entry always has its lines
-        else if (code && direction != 0)
+        else if (code && !FSettings.IsTopDown())
             expandable = item->RowID == 0; // entries; lines of code are leaves
         else
-            expandable = FContext.GetDependencies(*item, direction, true);
+            expandable = FContext.View.GetDependencies(*item, FSettings.Direction, true);
         if (expandable)
             FContext.Tree.AddPlaceholder(child);
     }
-    const QString& level = FContext.Level;
-    if (level == QLatin1String("System") || level == QLatin1String("Computer") ||
-        level == QLatin1String("Application") || level == QLatin1String("Package"))
+    if (level::IsAttribute(FSettings.Level) || FSettings.Level == TQXLevel::Package)
         FContext.Tree.SortChildren(node);
 }

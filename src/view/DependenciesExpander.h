@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/Dependency.h"
+#include "repository/Dependency.h"
 #include "view/ExpansionContext.h"
 
 class TQXItem;
@@ -15,10 +15,10 @@ class TQXDependenciesExpander {
 public:
     explicit TQXDependenciesExpander(TQXExpansionContext& context);
 
-    // direction: 0 TopDown, 1 BottomUp. A node expanded before, or refused by
-    // the expansion limits, is left as it is (refused nodes are collapsed).
-    // Errors of the call lookup and of the data access are not caught.
-    void Expand(TQXTreeNode* node, int direction);
+    // A node expanded before, or refused by the expansion limits, is left as
+    // it is (refused nodes are collapsed). Errors of the call lookup and of
+    // the data access are not caught.
+    void Expand(TQXTreeNode* node);
 
 private:
     // What a node lists in the Code view: the entries it calls or is called
@@ -31,14 +31,16 @@ private:
     };
 
     bool RefusedByLimits(const TQXTreeNode* node);
-    Roles RolesOf(const TQXTreeNode* node, int direction) const;
+    Roles RolesOf(const TQXTreeNode* node) const;
 
     void AddAttributes(TQXTreeNode* node, const TDependencies& calls);
-    void AddPackages(TQXTreeNode* node, const TDependencies& calls, int direction);
-    void AddPackageOfCurrentRecord(TQXTreeNode* node, int direction);
-    void AddLines(TQXTreeNode* node, const TQXItem& item, int direction, int levelN);
+    void AddPackages(TQXTreeNode* node, const TDependencies& calls);
+    void AddPackageOfCurrentRecord(TQXTreeNode* node);
+    void AddLines(TQXTreeNode* node, const TQXItem& item, int levelN);
     bool MakesCallInto(const TQXItem& entry, const TQXItem& line);
-    void Finish(TQXTreeNode* node, int direction, const Roles& roles);
+    void Finish(TQXTreeNode* node, const Roles& roles);
 
     TQXExpansionContext& FContext;
+    const TQXViewSettings& FSettings;
+    int FDirection; // the settings' direction number
 };

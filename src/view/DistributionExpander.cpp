@@ -1,11 +1,11 @@
 #include "view/DistributionExpander.h"
 
 #include "platform/TreeControl.h"
+#include "repository/ImageIndexes.h"
 #include "repository/SchemaNames.h"
 #include "repository/WhereText.h"
 #include "view/DistributionNodes.h"
 #include "view/ExpansionContext.h"
-#include "view/ImageIndexes.h"
 #include "view/ObjectContents.h"
 #include "view/Recursion.h"
 
@@ -28,27 +28,26 @@ constexpr int IconComputerAmongApplications = qx::code::IconComputerAmongApplica
 // refers to it.
 std::unique_ptr<TQXItem> AttributeItem(int fileColumn, qint32 id) {
     if (fileColumn == F::QXSystemID)
-        return std::make_unique<TQXItem>(0, id, 0, 0, 0, 0, 0, 0, 0);
+        return TQXItem::ForSystem(id);
     if (fileColumn == F::QXComputerID)
-        return std::make_unique<TQXItem>(0, 0, id, 0, 0, 0, 0, 0, 0);
-    return std::make_unique<TQXItem>(0, 0, 0, id, 0, 0, 0, 0, 0);
+        return TQXItem::ForComputer(id);
+    return TQXItem::ForApplication(id);
 }
 } // namespace
 
 TQXDistributionExpander::TQXDistributionExpander(TQXExpansionContext& context)
-    : FContext(context), FRecords(context.Records), FTree(context.Tree) {}
+    : FContext(context), FRecords(context.Records), FTree(context.Tree),
+      FDirection(context.Settings.DirectionNumber()) {}
 
-void TQXDistributionExpander::Expand(TQXTreeNode* node, int direction) {
-    // A node without children has nothing to replace: it was expanded
-    // before, or never had anything to show.
-    if (node == nullptr || node->ChildCount() == 0 || node->FirstChild()->Item() != nullptr)
+void TQXDistributionExpander::Expand(TQXTreeNode* node) {
+    // A node without a placeholder was expanded before, or never had
+    // anything to show.
+    if (!TQXTreeControl::TakePlaceholder(node))
         return;
-    delete node->FirstChild(); // the placeholder
     FNode = node;
-    FDirection = direction;
     FSort = true;
 
-    const auto* item = dynamic_cast<const TQXItem*>(node->Item());
+    const auto* item = node->ItemAs<TQXItem>();
     const Kind kind = KindOf(node, item);
     if (kind == Kind::None)
         return;
@@ -63,9 +62,9 @@ TQXDistributionExpander::Kind TQXDistributionExpander::KindOf(const TQXTreeNode*
                                                               const TQXItem* item) const {
     if (item == nullptr)
         return Kind::None;
-    if (node->Level() == 0 && FContext.Level == QLatin1String("Data"))
+    if (node->Level() == 0 && FContext.Settings.Level == TQXLevel::Data)
         return Kind::VariableRoot;
-    if (node->Level() == 0 && FContext.Level == QLatin1String("Code"))
+    if (node->Level() == 0 && FContext.Settings.Level == TQXLevel::Code)
         return Kind::CodeRoot;
     if (item->EntryID > 0)
         return Kind::Entry;
@@ -183,8 +182,8 @@ TQXDistributionExpander::Outcome TQXDistributionExpander::ParentObjectOfCurrent(
                 QStringLiteral(" AND QXIcon <> ") + where::Number(IconHiddenPart)))
         return Outcome::EndNow;
     Add(ObjectNodeText(FRecords),
-        std::make_unique<TQXItem>(FRecords.Int(Table::QXOBJECT, O::QXFileID), 0, 0, 0, 0,
-                                  FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0),
+        TQXItem::ForObject(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                           FRecords.Int(Table::QXOBJECT, O::QXObjectID)),
         FRecords.Int(Table::QXOBJECT, O::QXIcon) + 1);
     return Outcome::GoOn;
 }
@@ -193,9 +192,9 @@ TQXDistributionExpander::Outcome TQXDistributionExpander::ParentObjectOfCurrent(
 void TQXDistributionExpander::EntryAbove() {
     Add(FRecords.Text(Table::QXENTRY, E::QXEntryName) + QStringLiteral(" [") +
             FRecords.Text(Table::QXOBJECT, O::QXObjectName) + QLatin1Char(']'),
-        std::make_unique<TQXItem>(FRecords.Int(Table::QXENTRY, E::QXFileID), 0, 0, 0, 0,
-                                  FRecords.Int(Table::QXENTRY, E::QXObjectID),
-                                  FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0),
+        TQXItem::ForEntry(FRecords.Int(Table::QXENTRY, E::QXFileID),
+                          FRecords.Int(Table::QXENTRY, E::QXObjectID),
+                          FRecords.Int(Table::QXENTRY, E::QXEntryID)),
         image::ImageEntryBottomUp);
 }
 
@@ -214,9 +213,8 @@ void TQXDistributionExpander::ObjectContainers(const TQXItem& item) {
                                                        {"QXObjectID", item.ObjectID}}))) {
         do
             Add(FRecords.Text(Table::QXPACKAGE, P::QXPackageName),
-                std::make_unique<TQXItem>(FRecords.Int(Table::QXPACKAGE, P::QXFileID), 0, 0, 0,
-                                          FRecords.Int(Table::QXPACKAGE, P::QXPackageID), 0, 0, 0,
-                                          0),
+                TQXItem::ForPackage(FRecords.Int(Table::QXPACKAGE, P::QXFileID),
+                                    FRecords.Int(Table::QXPACKAGE, P::QXPackageID)),
                 image::ImagePackageBottomUp);
         while (FRecords.Next(Table::QXPACKAGE));
         return;
@@ -231,8 +229,7 @@ void TQXDistributionExpander::EnclosingObject(qint32 fileID, const QString& pare
                                   QStringLiteral(" AND QXIcon <> ") + where::Number(IconHiddenPart);
     if (FRecords.Select(Table::QXOBJECT, where::Keys({{"QXFileID", fileID}}) + visibleParent)) {
         Add(ObjectNodeText(FRecords),
-            std::make_unique<TQXItem>(fileID, 0, 0, 0, 0,
-                                      FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0),
+            TQXItem::ForObject(fileID, FRecords.Int(Table::QXOBJECT, O::QXObjectID)),
             FRecords.Int(Table::QXOBJECT, O::QXIcon));
         return;
     }
@@ -243,8 +240,8 @@ void TQXDistributionExpander::EnclosingObject(qint32 fileID, const QString& pare
     if (!FRecords.Select(Table::QXOBJECT, objectWhere))
         return;
     Add(ObjectNodeText(FRecords),
-        std::make_unique<TQXItem>(FRecords.Int(Table::QXOBJECT, O::QXFileID), 0, 0, 0, 0,
-                                  FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0),
+        TQXItem::ForObject(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                           FRecords.Int(Table::QXOBJECT, O::QXObjectID)),
         FRecords.Int(Table::QXOBJECT, O::QXIcon));
 }
 
@@ -290,21 +287,21 @@ void TQXDistributionExpander::EntryContents(const TQXItem& item) {
         do
             Add(QLatin1Char(' ') + FRecords.Text(Table::QXWORD, W::QXWord) +
                     QStringLiteral(" as ") + FRecords.Text(Table::QXWORD, W::QXObjectIdentifier),
-                std::make_unique<TQXItem>(FRecords.Int(Table::QXWORD, W::QXFileID), 0, 0, 0, 0,
-                                          FRecords.Int(Table::QXWORD, W::QXObjectID),
-                                          FRecords.Int(Table::QXWORD, W::QXEntryID),
-                                          FRecords.Int(Table::QXWORD, W::QXRowID),
-                                          FRecords.Int(Table::QXWORD, W::QXWordID)),
+                TQXItem::ForWord(FRecords.Int(Table::QXWORD, W::QXFileID),
+                                 FRecords.Int(Table::QXWORD, W::QXObjectID),
+                                 FRecords.Int(Table::QXWORD, W::QXEntryID),
+                                 FRecords.Int(Table::QXWORD, W::QXRowID),
+                                 FRecords.Int(Table::QXWORD, W::QXWordID)),
                 image::ImageVariable);
         while (FRecords.Next(Table::QXWORD));
     }
     if (FRecords.Select(Table::QXROW, entryKeys)) {
         do
             Add(FRecords.Text(Table::QXROW, R::QXRow),
-                std::make_unique<TQXItem>(FRecords.Int(Table::QXROW, R::QXFileID), 0, 0, 0, 0,
-                                          FRecords.Int(Table::QXROW, R::QXObjectID),
-                                          FRecords.Int(Table::QXROW, R::QXEntryID),
-                                          FRecords.Int(Table::QXROW, R::QXRowID), 0),
+                TQXItem::ForRow(FRecords.Int(Table::QXROW, R::QXFileID),
+                                FRecords.Int(Table::QXROW, R::QXObjectID),
+                                FRecords.Int(Table::QXROW, R::QXEntryID),
+                                FRecords.Int(Table::QXROW, R::QXRowID)),
                 image::ImageRow);
         while (FRecords.Next(Table::QXROW));
     }
@@ -323,15 +320,15 @@ void TQXDistributionExpander::PackageMembers(const TQXItem& item) {
                              {fileID, objectID})) {
             Add(FRecords.Text(Table::QXPACKAGE, P::QXObjectName) +
                     QStringLiteral(" [source not loaded]"),
-                std::make_unique<TQXItem>(0, 0, 0, 0, 0, 0, 0, 0, 0), -1);
+                TQXItem::ForNothing(), -1);
             continue;
         }
         const qint32 icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);
         if (icon == image::IconInFile)
             continue;
         Add(ObjectNodeText(FRecords),
-            std::make_unique<TQXItem>(FRecords.Int(Table::QXOBJECT, O::QXFileID), 0, 0, 0, 0,
-                                      FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0),
+            TQXItem::ForObject(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                               FRecords.Int(Table::QXOBJECT, O::QXObjectID)),
             icon);
     } while (FRecords.Next(Table::QXPACKAGE));
 }
@@ -351,9 +348,7 @@ void TQXDistributionExpander::ApplicationContents(const TQXItem& item) {
             const qint32 fileID = FRecords.Int(Table::QXFILE, F::QXFileID);
             if (FRecords.Select(Table::QXPACKAGE, where::Keys({{"QXFileID", fileID}})))
                 Add(FRecords.Text(Table::QXPACKAGE, P::QXPackageName),
-                    std::make_unique<TQXItem>(fileID, 0, 0, 0,
-                                              FRecords.Int(Table::QXPACKAGE, P::QXPackageID), 0, 0,
-                                              0, 0),
+                    TQXItem::ForPackage(fileID, FRecords.Int(Table::QXPACKAGE, P::QXPackageID)),
                     image::ImagePackageTopDown);
         } while (FRecords.Next(Table::QXFILE));
     }
@@ -367,9 +362,7 @@ void TQXDistributionExpander::ApplicationContents(const TQXItem& item) {
         if (!FRecords.Locate(Table::QXFILE, QStringLiteral("QXFileID"), {fileID}))
             continue;
         Add(ObjectNodeText(FRecords),
-            std::make_unique<TQXItem>(fileID, 0, 0, 0, 0,
-                                      FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0),
-            icon);
+            TQXItem::ForObject(fileID, FRecords.Int(Table::QXOBJECT, O::QXObjectID)), icon);
     } while (FRecords.Next(Table::QXOBJECT));
 }
 
@@ -398,7 +391,7 @@ void TQXDistributionExpander::AttributesOfFiles(const QString& fileWhere, int fi
 void TQXDistributionExpander::AddPlaceholders() {
     for (int i = FNode->ChildCount() - 1; i >= 0; --i) {
         TQXTreeNode* child = FNode->Child(i);
-        const auto* item = dynamic_cast<const TQXItem*>(child->Item());
+        const auto* item = child->ItemAs<TQXItem>();
         if (item == nullptr || CheckRecursion(child))
             continue;
         bool expandable = false;

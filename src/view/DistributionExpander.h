@@ -21,8 +21,7 @@ class TQXDistributionExpander {
 public:
     explicit TQXDistributionExpander(TQXExpansionContext& context);
 
-    // direction: 0 TopDown, 1 BottomUp.
-    void Expand(TQXTreeNode* node, int direction);
+    void Expand(TQXTreeNode* node);
 
 private:
     enum class Kind {
@@ -71,6 +70,6 @@ private:
     TQXRecordReader& FRecords;
     TQXTreeControl& FTree;
     TQXTreeNode* FNode = nullptr;
-    int FDirection = 0;
+    int FDirection = 0; // the settings' direction number
     bool FSort = true;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/RecordReader.h"
+#include "repository/RecordReader.h"
 
 #include <QList>
 #include <QString>

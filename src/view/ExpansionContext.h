@@ -1,27 +1,29 @@
 #pragma once
 
-#include "view/Dependency.h"
-#include "view/RecordReader.h"
+#include "repository/RecordReader.h"
+#include "repository/ViewSettings.h"
 
-#include <QString>
-
-#include <functional>
+#include <QtGlobal>
 
 class TQXTreeControl;
-class TQXItem;
+class TQXViewOperations;
 
-// What an expansion of one node needs of its view: the repository, the
-// tree, the view's settings and its call lookup with the list it fills.
+// Limits of "Expand All within Object/Package": an expansion outside them
+// is refused. 0 when unset.
+struct TQXExpandLimits {
+    qint32 FileID = 0;
+    qint32 PackageID = 0;
+    qint32 ObjectID = 0;
+
+    bool Any() const { return FileID > 0 || PackageID > 0 || ObjectID > 0; }
+};
+
+// What an expansion of one node works with: the repository, the tree, the
+// view it calls back and the view's settings at the time.
 struct TQXExpansionContext {
     TQXRecordReader& Records;
     TQXTreeControl& Tree;
-    // The view's GetDependencies: fills Dependencies, true when any call was kept.
-    std::function<bool(const TQXItem& item, int direction, bool stopAtFirst)> GetDependencies;
-    const TDependencies& Dependencies;
-    QString Level;       // the view-by level text ("System" ... "Data")
-    bool Option = false; // the option box (objects or entries in sequence)
-    // Limits set by "Expand All within Object/Package"; 0 when unset.
-    qint32 ExpandFileID = 0;
-    qint32 ExpandPackageID = 0;
-    qint32 ExpandObjectID = 0;
+    TQXViewOperations& View;
+    TQXViewSettings Settings;
+    TQXExpandLimits Limits;
 };

@@ -1,11 +1,11 @@
 #include "view/ObjectContents.h"
 
 #include "platform/TreeControl.h"
+#include "repository/ImageIndexes.h"
+#include "repository/RecordReader.h"
 #include "repository/SchemaNames.h"
 #include "repository/WhereText.h"
 #include "view/DistributionNodes.h"
-#include "view/ImageIndexes.h"
-#include "view/RecordReader.h"
 
 #include <QSet>
 
@@ -108,9 +108,8 @@ void TQXObjectContents::AddSubObjects(const PassObject& pass) {
         if (!ShowName(FSubObjects, identifier))
             continue;
         FTree.AddChild(FNode, ObjectNodeText(FRecords),
-                       std::make_unique<TQXItem>(FRecords.Int(Table::QXOBJECT, O::QXFileID), 0, 0,
-                                                 0, 0, FRecords.Int(Table::QXOBJECT, O::QXObjectID),
-                                                 0, 0, 0),
+                       TQXItem::ForObject(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                                          FRecords.Int(Table::QXOBJECT, O::QXObjectID)),
                        FRecords.Int(Table::QXOBJECT, O::QXIcon));
     } while (FRecords.Next(Table::QXOBJECT));
 }
@@ -145,23 +144,24 @@ void TQXObjectContents::AddVariables(const QString& wordWhere, const QString& ob
                        QLatin1Char(' ') + name + QStringLiteral(" as ") +
                            FRecords.Text(Table::QXWORD, W::QXObjectIdentifier) +
                            QStringLiteral(" [") + objectName + QLatin1Char(']'),
-                       std::make_unique<TQXItem>(FRecords.Int(Table::QXWORD, W::QXFileID), 0, 0, 0,
-                                                 0, FRecords.Int(Table::QXWORD, W::QXObjectID),
-                                                 FRecords.Int(Table::QXWORD, W::QXEntryID),
-                                                 FRecords.Int(Table::QXWORD, W::QXRowID),
-                                                 FRecords.Int(Table::QXWORD, W::QXWordID)),
+                       TQXItem::ForWord(FRecords.Int(Table::QXWORD, W::QXFileID),
+                                        FRecords.Int(Table::QXWORD, W::QXObjectID),
+                                        FRecords.Int(Table::QXWORD, W::QXEntryID),
+                                        FRecords.Int(Table::QXWORD, W::QXRowID),
+                                        FRecords.Int(Table::QXWORD, W::QXWordID)),
                        FVariableImage);
     } while (FRecords.Next(Table::QXWORD));
 }
 
-// Lines outside entries: the whole file's for icons 52 and 22, the
-// object's own for icons 54 and 39, none for other kinds of object.
+// Lines outside entries: the whole file's for programs and copy members,
+// the object's own for nested programs and functions, none for other kinds
+// of object.
 void TQXObjectContents::AddLines(const PassObject& pass) {
     QString rowWhere;
-    if (pass.Icon == 52 || pass.Icon == 22)
+    if (pass.Icon == image::IconProgram || pass.Icon == image::IconCopyMember)
         rowWhere = where::Keys({{"QXFileID", pass.FileID}}) +
                    QStringLiteral(" AND QXObjectID >= 0 AND QXEntryID = 0");
-    else if (pass.Icon == 54 || pass.Icon == 39)
+    else if (pass.Icon == image::IconNestedProgram || pass.Icon == image::IconFunction)
         rowWhere = where::FileObjectKeys(pass.FileID, pass.ObjectID);
     else
         return;
@@ -169,10 +169,10 @@ void TQXObjectContents::AddLines(const PassObject& pass) {
         return;
     do
         FTree.AddChild(FNode, FRecords.Text(Table::QXROW, R::QXRow),
-                       std::make_unique<TQXItem>(FRecords.Int(Table::QXROW, R::QXFileID), 0, 0, 0,
-                                                 0, FRecords.Int(Table::QXROW, R::QXObjectID),
-                                                 FRecords.Int(Table::QXROW, R::QXEntryID),
-                                                 FRecords.Int(Table::QXROW, R::QXRowID), 0),
+                       TQXItem::ForRow(FRecords.Int(Table::QXROW, R::QXFileID),
+                                       FRecords.Int(Table::QXROW, R::QXObjectID),
+                                       FRecords.Int(Table::QXROW, R::QXEntryID),
+                                       FRecords.Int(Table::QXROW, R::QXRowID)),
                        image::ImageRow);
     while (FRecords.Next(Table::QXROW));
 }
@@ -185,9 +185,9 @@ void TQXObjectContents::AddEntries(const QString& entryWhere, const QString& obj
         if (!ShowName(FEntries, name))
             continue;
         FTree.AddChild(FNode, name + QStringLiteral(" [") + objectName + QLatin1Char(']'),
-                       std::make_unique<TQXItem>(FRecords.Int(Table::QXENTRY, E::QXFileID), 0, 0, 0,
-                                                 0, FRecords.Int(Table::QXENTRY, E::QXObjectID),
-                                                 FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0),
+                       TQXItem::ForEntry(FRecords.Int(Table::QXENTRY, E::QXFileID),
+                                         FRecords.Int(Table::QXENTRY, E::QXObjectID),
+                                         FRecords.Int(Table::QXENTRY, E::QXEntryID)),
                        image::ImageEntryTopDown);
     } while (FRecords.Next(Table::QXENTRY));
 }

@@ -12,13 +12,13 @@ bool SameItem(const TQXItem& a, const TQXItem& b) {
 } // namespace
 
 bool CheckRecursion(TQXTreeNode* node) {
-    const auto* item = node != nullptr ? dynamic_cast<const TQXItem*>(node->Item()) : nullptr;
+    const auto* item = node != nullptr ? node->ItemAs<TQXItem>() : nullptr;
     if (item == nullptr)
         return false;
     bool recursive = false;
     for (TQXTreeNode* ancestor = node->ParentNode(); ancestor != nullptr;
          ancestor = ancestor->ParentNode()) {
-        const auto* other = dynamic_cast<const TQXItem*>(ancestor->Item());
+        const auto* other = ancestor->ItemAs<TQXItem>();
         if (other != nullptr && SameItem(*item, *other)) {
             node->SetText(node->Text() + QStringLiteral(" !!! Recursive Track from here !!!"));
             recursive = true;

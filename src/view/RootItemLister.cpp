@@ -2,10 +2,11 @@
 
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
+#include "repository/ImageIndexes.h"
 #include "repository/SchemaNames.h"
 #include "repository/WhereText.h"
 #include "view/DistributionNodes.h"
-#include "view/ImageIndexes.h"
+#include "view/ViewOperations.h"
 
 #include <QSet>
 
@@ -22,50 +23,53 @@ namespace P = qx::QXPACKAGE;
 namespace A = qx::QXATTRIBUTE;
 } // namespace
 
-TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree, Hooks hooks)
-    : FRecords(records), FTree(tree), FHooks(std::move(hooks)) {}
+TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree,
+                                     TQXViewOperations& view)
+    : FRecords(records), FTree(tree), FView(view) {}
 
-void TQXRootItemLister::Show(int direction, int kind, const QString& level,
-                             const QString& limitText) {
-    FRootFilter = FHooks.SetFilter();
-    bool ok = false;
-    FLimit = limitText.trimmed().toInt(&ok);
-    if (!ok)
-        throw EQXError(QLatin1Char('\'') + limitText +
-                       QStringLiteral("' is not a valid integer value"));
-    FDirection = direction;
-    FKind = kind;
-    FLevel = level;
+void TQXRootItemLister::Show(const TQXViewSettings& settings) {
+    FRootFilter = FView.FilterRootItems();
+    const std::optional<int> limit = settings.Limit();
+    if (!limit)
+        throw EQXError(LimitError(settings.LimitText));
+    FLimit = *limit;
+    FSettings = settings;
+    FDirection = settings.DirectionNumber();
     FCount = 0;
     FStopped = false;
     FSort = true;
 
-    if (level == QLatin1String("System") || level == QLatin1String("Computer") ||
-        level == QLatin1String("Application"))
-        ListAttributes(level);
-    else if (level == QLatin1String("Package"))
+    switch (settings.Level) {
+    case TQXLevel::System:
+    case TQXLevel::Computer:
+    case TQXLevel::Application:
+        ListAttributes();
+        break;
+    case TQXLevel::Package:
         ListPackages();
-    else if (level == QLatin1String("Object"))
+        break;
+    case TQXLevel::Object:
         ListObjects();
-    else if (level == QLatin1String("Entry") || (level == QLatin1String("Code") && kind == 0))
+        break;
+    case TQXLevel::Entry:
         ListEntries();
-    else if (level == QLatin1String("Code"))
-        ListRows();
-    else if (level == QLatin1String("Data"))
+        break;
+    case TQXLevel::Code:
+        if (settings.IsDependencies())
+            ListEntries();
+        else
+            ListRows();
+        break;
+    case TQXLevel::Data:
         ListWords();
-    else {
-        FTree.AddRoot(QStringLiteral("  *** This View is not supported ***"));
-        return;
+        break;
     }
     if (FStopped)
         return; // the user chose the filter: leave what was listed as it is
-    if (FCount > FLimit) {
-        auto marker = std::make_unique<TQXTreeNode>(
-            QStringLiteral("  *** RootItem Limit reached, only the first ") + limitText +
-                QStringLiteral(" hits in the database showed ***"),
-            nullptr, -1);
-        FTree.insertTopLevelItem(0, marker.release()); // owned by the tree
-    }
+    if (FCount > FLimit)
+        FTree.InsertRoot(0, QStringLiteral("  *** RootItem Limit reached, only the first ") +
+                                settings.LimitText +
+                                QStringLiteral(" hits in the database showed ***"));
     AddPlaceholders();
     if (FSort)
         FTree.SortChildren(nullptr);
@@ -79,7 +83,7 @@ TQXRootItemLister::Added TQXRootItemLister::Add(std::unique_ptr<TQXItem> item, c
     if (FCount > FLimit)
         return Added::OverLimit;
     FTree.AddRoot(text, std::move(item), image);
-    if (FHooks.HintAboutFilter(FCount)) {
+    if (FView.HintAboutFilter(FCount)) {
         FStopped = true;
         return Added::Stop;
     }
@@ -116,13 +120,14 @@ QString TQXRootItemLister::ObjectText() {
     return text;
 }
 
-void TQXRootItemLister::ListAttributes(const QString& level) {
+void TQXRootItemLister::ListAttributes() {
+    const TQXLevel level = FSettings.Level;
     QString condition =
         QStringLiteral("QXAttributeType = ") + where::Number(qx::code::AttributeSystem);
-    if (level == QLatin1String("Computer"))
+    if (level == TQXLevel::Computer)
         condition =
             QStringLiteral("QXAttributeType = ") + where::Number(qx::code::AttributeComputer);
-    else if (level == QLatin1String("Application"))
+    else if (level == TQXLevel::Application)
         condition = QStringLiteral("QXAttributeType = ") +
                     where::Number(qx::code::AttributeApplication) +
                     QStringLiteral(" OR QXIcon = ") +
@@ -133,16 +138,16 @@ void TQXRootItemLister::ListAttributes(const QString& level) {
         const qint32 id = FRecords.Int(Table::QXATTRIBUTE, A::QXAttributeID);
         std::unique_ptr<TQXItem> item;
         QString fileColumn;
-        if (level == QLatin1String("System")) {
-            item = std::make_unique<TQXItem>(0, id, 0, 0, 0, 0, 0, 0, 0);
+        if (level == TQXLevel::System) {
+            item = TQXItem::ForSystem(id);
             fileColumn = QStringLiteral("QXSystemID");
-        } else if (level == QLatin1String("Application") &&
+        } else if (level == TQXLevel::Application &&
                    FRecords.Int(Table::QXATTRIBUTE, A::QXAttributeType) ==
                        qx::code::AttributeApplication) {
-            item = std::make_unique<TQXItem>(0, 0, 0, id, 0, 0, 0, 0, 0);
+            item = TQXItem::ForApplication(id);
             fileColumn = QStringLiteral("QXApplicationID");
         } else { // a computer, also one listed among applications
-            item = std::make_unique<TQXItem>(0, 0, id, 0, 0, 0, 0, 0, 0);
+            item = TQXItem::ForComputer(id);
             fileColumn = QStringLiteral("QXComputerID");
         }
         if (!FRecords.Locate(Table::QXFILE, fileColumn, {id}))
@@ -155,7 +160,7 @@ void TQXRootItemLister::ListAttributes(const QString& level) {
 
 bool TQXRootItemLister::IsDuplicatePackage(qint32 fileID, qint32 packageID) const {
     for (int i = FTree.RootCount() - 1; i >= 0; --i) {
-        const auto* item = dynamic_cast<const TQXItem*>(FTree.Root(i)->Item());
+        const auto* item = FTree.Root(i)->ItemAs<TQXItem>();
         if (item != nullptr && item->FileID == fileID && item->PackageID == packageID)
             return true;
     }
@@ -169,7 +174,7 @@ void TQXRootItemLister::ListPackages() {
     do {
         const qint32 fileID = FRecords.Int(Table::QXPACKAGE, P::QXFileID);
         const qint32 packageID = FRecords.Int(Table::QXPACKAGE, P::QXPackageID);
-        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, packageID, 0, 0, 0, 0);
+        auto item = TQXItem::ForPackage(fileID, packageID);
         if (IsDuplicatePackage(fileID, packageID) || !LocateFile(fileID))
             continue;
         if (AfterAdd(Add(std::move(item), FRecords.Text(Table::QXPACKAGE, P::QXPackageName),
@@ -241,9 +246,8 @@ void TQXRootItemLister::ListObjects() {
         const qint32 icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);
         if (icon == qx::code::IconHiddenPart)
             return Walk::Next;
-        auto item =
-            std::make_unique<TQXItem>(FRecords.Int(Table::QXOBJECT, O::QXFileID), 0, 0, 0, 0,
-                                      FRecords.Int(Table::QXOBJECT, O::QXObjectID), 0, 0, 0);
+        auto item = TQXItem::ForObject(FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                                       FRecords.Int(Table::QXOBJECT, O::QXObjectID));
         const QString text = ObjectText() + QStringLiteral(" [") +
                              FRecords.Text(Table::QXOBJECT, O::QXObjectType) + QLatin1Char(']');
         const int imageIndex = FDirection == 0 || icon == image::IconSameBothWays ? icon : icon + 1;
@@ -263,8 +267,7 @@ TQXRootItemLister::Walk TQXRootItemLister::EntriesOfCurrentObject() {
                                              where::AndSub(FRootFilter.EntryCondition)))
         return Walk::Next;
     do {
-        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID,
-                                              FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0);
+        auto item = TQXItem::ForEntry(fileID, objectID, FRecords.Int(Table::QXENTRY, E::QXEntryID));
         const QString text = FRecords.Text(Table::QXENTRY, E::QXEntryName) + QStringLiteral(" [") +
                              objectText + QLatin1Char(']');
         if (AfterAdd(Add(std::move(item), text,
@@ -293,8 +296,7 @@ void TQXRootItemLister::ListEntries() {
         const qint32 objectID = FRecords.Int(Table::QXENTRY, E::QXObjectID);
         if (!LocateFile(fileID) || !LocateObject(fileID, objectID))
             continue;
-        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID,
-                                              FRecords.Int(Table::QXENTRY, E::QXEntryID), 0, 0);
+        auto item = TQXItem::ForEntry(fileID, objectID, FRecords.Int(Table::QXENTRY, E::QXEntryID));
         const QString text = FRecords.Text(Table::QXENTRY, E::QXEntryName) + QStringLiteral(" [") +
                              ObjectText() + QLatin1Char(']');
         if (AfterAdd(Add(std::move(item), text,
@@ -315,8 +317,8 @@ void TQXRootItemLister::ListRows() {
         const bool entryFound = entryID > 0 && LocateEntry(fileID, objectID, entryID, entryName);
         if (!FRootFilter.EntryCondition.isEmpty() && !entryFound)
             return Walk::Next;
-        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, entryID,
-                                              FRecords.Int(Table::QXROW, R::QXRowID), 0);
+        auto item =
+            TQXItem::ForRow(fileID, objectID, entryID, FRecords.Int(Table::QXROW, R::QXRowID));
         const QString text = FRecords.Text(Table::QXROW, R::QXRow) + QStringLiteral(" [") +
                              objectName + (entryFound ? QLatin1Char('.') + entryName : QString()) +
                              QLatin1Char(']');
@@ -364,9 +366,9 @@ void TQXRootItemLister::ListWords() {
         QString entryName;
         if (entryID > 0 && !LocateEntry(fileID, objectID, entryID, entryName))
             return Walk::Next;
-        auto item = std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, entryID,
-                                              FRecords.Int(Table::QXWORD, W::QXRowID),
-                                              FRecords.Int(Table::QXWORD, W::QXWordID));
+        auto item =
+            TQXItem::ForWord(fileID, objectID, entryID, FRecords.Int(Table::QXWORD, W::QXRowID),
+                             FRecords.Int(Table::QXWORD, W::QXWordID));
         const QString text =
             QLatin1Char(' ') + FRecords.Text(Table::QXWORD, W::QXWord) + QStringLiteral(" as ") +
             FRecords.Text(Table::QXWORD, W::QXObjectIdentifier) + QStringLiteral(" [") +
@@ -406,16 +408,16 @@ void TQXRootItemLister::ListWords() {
 }
 
 void TQXRootItemLister::AddPlaceholders() {
-    const bool codeOrData = FLevel == QLatin1String("Code") || FLevel == QLatin1String("Data");
-    const bool data = FLevel == QLatin1String("Data");
+    const bool data = FSettings.Level == TQXLevel::Data;
+    const bool codeOrData = data || FSettings.Level == TQXLevel::Code;
     for (int i = FTree.RootCount() - 1; i >= 0; --i) {
         TQXTreeNode* node = FTree.Root(i);
-        const auto* item = dynamic_cast<const TQXItem*>(node->Item());
+        const auto* item = node->ItemAs<TQXItem>();
         if (item == nullptr)
             continue;
         bool expandable = false;
-        if (FKind == 0)
-            expandable = codeOrData || FHooks.HasDependencies(*item, FDirection);
+        if (FSettings.IsDependencies())
+            expandable = codeOrData || FView.GetDependencies(*item, FSettings.Direction, true);
         else if (FDirection == 0)
             expandable = !data && (node->ImageIndex() == image::IconInFile ||
                                            node->ImageIndex() == image::IconInFileBottomUp

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "filter/RootFilter.h"
+#include "repository/RecordReader.h"
 #include "repository/TreeItems.h"
-#include "view/RecordReader.h"
+#include "repository/ViewSettings.h"
 
 #include <QString>
 
@@ -10,17 +12,7 @@
 
 class TQXTreeControl;
 class TQXTreeNode;
-
-// What the root-item filter left for the listing: the current selections of
-// QXFILE, QXPACKAGE, QXOBJECT and QXENTRY are narrowed as a side effect; the
-// condition texts are empty for tables without a condition.
-struct TQXRootFilter {
-    bool PackageCondition = false;
-    QString ObjectCondition;
-    QString EntryCondition;
-    QString RowCondition;
-    QString WordCondition;
-};
+class TQXViewOperations;
 
 // Fills an empty tree with the root items of one view-by level: an outer
 // loop walks one table's selection, candidates are tested for membership in
@@ -28,19 +20,12 @@ struct TQXRootFilter {
 // the root-item limit.
 class TQXRootItemLister {
 public:
-    struct Hooks {
-        std::function<TQXRootFilter()> SetFilter;
-        // Consulted after every root node; true stops the listing at once.
-        std::function<bool(int count)> HintAboutFilter;
-        // Whether an item has a dependency in the direction (stop at first).
-        std::function<bool(const TQXItem& item, int direction)> HasDependencies;
-    };
+    // The view is asked for the root-item filter first, for its hint after
+    // every root node, and (Dependencies) whether an item calls anything.
+    TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree, TQXViewOperations& view);
 
-    TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree, Hooks hooks);
-
-    // direction: 0 TopDown, 1 BottomUp; kind: 1 Distribution, 0 Dependencies.
     // A limit text that is not a number raises EQXError.
-    void Show(int direction, int kind, const QString& level, const QString& limitText);
+    void Show(const TQXViewSettings& settings);
 
 private:
     enum class Added { Yes, OverLimit, Stop };
@@ -49,7 +34,7 @@ private:
     Added Add(std::unique_ptr<TQXItem> item, const QString& text, int image);
     Walk AfterAdd(Added added);
 
-    void ListAttributes(const QString& level);
+    void ListAttributes();
     void ListPackages();
     void ListObjects();
     void ListEntries();
@@ -72,12 +57,11 @@ private:
 
     TQXRecordReader& FRecords;
     TQXTreeControl& FTree;
-    Hooks FHooks;
+    TQXViewOperations& FView;
 
     TQXRootFilter FRootFilter;
-    int FDirection = 0;
-    int FKind = 1;
-    QString FLevel;
+    TQXViewSettings FSettings;
+    int FDirection = 0; // the settings' direction number
     int FLimit = 0;
     int FCount = 0;
     bool FStopped = false;

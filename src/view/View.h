@@ -2,9 +2,12 @@
 
 #include "host/FormInterface.h"
 #include "host/MainMenu.h"
+#include "repository/Dependency.h"
 #include "repository/TableHandleSet.h"
-#include "view/Dependency.h"
-#include "view/Track.h"
+#include "repository/ViewSettings.h"
+#include "tracks/Track.h"
+#include "view/ExpansionContext.h"
+#include "view/ViewOperations.h"
 
 #include <optional>
 
@@ -22,7 +25,6 @@ class TQXTreeNode;
 class TQXTreeControl;
 class TQXItem;
 class TQXRecordReader;
-struct TQXExpansionContext;
 
 // The repository tree window. The settings (view type, track direction,
 // view-by level, root-item filter, root-item limit, option box) are the
@@ -30,12 +32,16 @@ struct TQXExpansionContext;
 // step, the hint line says how to read the tree, and the tree is rebuilt on
 // request from the root items of the chosen level.
 //
-// The member functions live in the files of their concerns:
+// The member functions live in the View*.cpp files of their concerns, and
+// hand the work to the classes beside them, which know nothing of TQXView:
 // ViewForm.cpp (controls and menus), ViewWindow.cpp (construction,
 // connection, refresh, expansion), ViewSettings.cpp (settings, menus, hint,
 // limit), ViewCommands.cpp (the host's file and edit commands),
-// RootItems.cpp, DistributionExpansion.cpp and DependenciesExpansion.cpp.
-class TQXView : public TQXFormInterface {
+// ViewRootItems.cpp (TQXRootItemLister), ViewDistribution.cpp
+// (TQXDistributionExpander), ViewDependencies.cpp (TQXDependenciesExpander),
+// ViewCallLookup.cpp (TQXCallLookup), ViewFilter.cpp (the root-item filter)
+// and ViewRegistration.cpp.
+class TQXView : public TQXFormInterface, public TQXViewOperations {
     Q_OBJECT
 
 public:
@@ -73,11 +79,9 @@ public:
     void tbLimitChange();
     void cbRefreshViewClick();
 
-    // The view's settings as the controls hold them.
-    QString Level() const;
-    bool IsDependencies() const;
-    // 0 for TopDown, 1 for BottomUp.
-    int Direction() const;
+    // The view's settings as the controls hold them, read once per refresh
+    // or expansion.
+    TQXViewSettings Settings() const;
     const TTracks& Tracks() const { return FTracks; }
     const TQXTableHandleSet& Tables() const { return FTables; }
 
@@ -110,18 +114,19 @@ protected:
     // dialog is built by the connection.
     virtual int FilterConditionCount() const;
 
-    // Root items of the chosen level: direction 0 TopDown, 1 BottomUp; kind
-    // 1 Distribution, 0 Dependencies.
-    void ShowRootItems(int direction, int kind);
+    // Root items of the chosen level.
+    void ShowRootItems(const TQXViewSettings& settings);
     // The expansions of one node, by view type.
-    void ShowDistribution(TQXTreeNode* node, int direction);
-    void ShowDependencies(TQXTreeNode* node, int direction);
+    void ShowDistribution(TQXTreeNode* node, const TQXViewSettings& settings);
+    void ShowDependencies(TQXTreeNode* node, const TQXViewSettings& settings);
 
 public:
     // Fills FDependencies with the calls that leave (direction 0) or reach
-    // the item; true when any was kept.
+    // (direction 1) the item; true when any was kept.
     bool GetDependencies(const TQXItem& item, int direction, bool stopAtFirst);
-    const TDependencies& Dependencies() const { return FDependencies; }
+    bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) override;
+    const TDependencies& Dependencies() const override { return FDependencies; }
+    TQXRootFilter FilterRootItems() override;
 
 protected:
     // Narrows the selections of QXFILE, QXPACKAGE, QXOBJECT and QXENTRY to
@@ -129,7 +134,7 @@ protected:
     // true when a package condition is in force.
     bool SetFilter();
     // Consulted after every root node listed; true stops the listing.
-    bool HintAboutFilter(int count);
+    bool HintAboutFilter(int count) override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -143,12 +148,12 @@ private:
 
     // A marker node; a tree showing one has no popup menu.
     void AddMarker(const QString& text);
-    // Option box state for the level and settings; `check` is applied when set.
-    void ShowOption(const QString& caption, std::optional<bool> check);
-    void HideOption();
+    // The option box for the settings: shown with its caption where they
+    // have one, hidden elsewhere; `check` is applied when set.
+    void ApplyOptionRule(bool fromMenu, std::optional<bool> check);
     void DropTracks();
     // The repository, tree and settings an expansion works with.
-    TQXExpansionContext ExpansionContext(TQXRecordReader& records);
+    TQXExpansionContext ExpansionContext(TQXRecordReader& records, const TQXViewSettings& settings);
 
     TQXFilter* FFilter = nullptr; // owned by the view through its parent
     TQXTableHandleSet FTables;
@@ -160,8 +165,6 @@ private:
     QString FRowFilter;
     QString FWordFilter;
     // Limits of "Expand All within Object/Package"; 0 when unset.
-    qint32 FExpandFileID = 0;
-    qint32 FExpandPackageID = 0;
-    qint32 FExpandObjectID = 0;
+    TQXExpandLimits FExpandLimits;
     bool FCheckingLimit = false;
 };

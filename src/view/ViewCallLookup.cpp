@@ -5,6 +5,11 @@
 #include <QCheckBox>
 
 bool TQXView::GetDependencies(const TQXItem& item, int direction, bool stopAtFirst) {
-    return TQXCallLookup(*FDataAccess, FTables, this)
+    return GetDependencies(item, direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp,
+                           stopAtFirst);
+}
+
+bool TQXView::GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) {
+    return TQXCallLookup(*FDataAccess, FTables)
         .GetDependencies(item, direction, stopAtFirst, cbOption->isChecked(), FDependencies);
 }

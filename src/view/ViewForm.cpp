@@ -26,14 +26,6 @@ constexpr int TypeGroup = 41;
 constexpr int DirectionGroup = 42;
 constexpr int LevelGroup = 43;
 
-const QStringList& Levels() {
-    static const QStringList levels = {QStringLiteral("System"),      QStringLiteral("Computer"),
-                                       QStringLiteral("Application"), QStringLiteral("Package"),
-                                       QStringLiteral("Object"),      QStringLiteral("Entry"),
-                                       QStringLiteral("Code"),        QStringLiteral("Data")};
-    return levels;
-}
-
 QRadioButton* AddRadio(QGroupBox* group, QBoxLayout* layout, const QString& name,
                        const QString& caption) {
     auto* button = new QRadioButton(caption, group);
@@ -70,7 +62,7 @@ void TQXView::CreateControls() {
     auto* viewByLayout = new QVBoxLayout(gbViewBy);
     cbViewBy = new QComboBox(gbViewBy);
     cbViewBy->setObjectName(QStringLiteral("cbViewBy"));
-    cbViewBy->addItems(Levels());
+    cbViewBy->addItems(level::Names());
     cbViewBy->setCurrentIndex(0);
     cbViewBy->setMinimumContentsLength(11);
     viewByLayout->addWidget(cbViewBy);
@@ -189,7 +181,7 @@ void TQXView::CreateMenus() {
     QMenu* by = view->addMenu(QStringLiteral("By"));
     by->menuAction()->setObjectName(QStringLiteral("By1"));
     TQXMainMenu::SetGroupIndex(by->menuAction(), MenuGroup);
-    radioGroup(by, Levels(), LevelGroup);
+    radioGroup(by, level::Names(), LevelGroup);
 
     mnuView.FindItem(QStringLiteral("Distribution1"))->setChecked(true);
     mnuView.FindItem(QStringLiteral("TopDown1"))->setChecked(true);

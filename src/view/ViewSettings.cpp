@@ -19,58 +19,43 @@ namespace {
 const QString ClickRefreshMarker =
     QStringLiteral("  *** Click Refresh or choose View/Refresh on the Main Menu for Result ***");
 
-// Text to integer as the limit box reads it: optional blanks and sign
-// before decimal digits; anything else is not an integer.
-int StrToInt(const QString& text) {
-    const QString trimmed = text.trimmed();
-    bool ok = false;
-    const int value = trimmed.toInt(&ok, 10);
-    if (!ok || trimmed.isEmpty())
-        throw EQXError(QLatin1Char('\'') + text + QStringLiteral("' is not a valid integer value"));
-    return value;
-}
-
 } // namespace
 
-QString TQXView::Level() const {
-    return cbViewBy->currentText();
+TQXViewSettings TQXView::Settings() const {
+    TQXViewSettings settings;
+    settings.Type =
+        rbDependencies->isChecked() ? TQXViewType::Dependencies : TQXViewType::Distribution;
+    settings.Direction = rbTopDown->isChecked() ? TQXDirection::TopDown : TQXDirection::BottomUp;
+    settings.Level = level::FromName(cbViewBy->currentText()).value_or(TQXLevel::System);
+    settings.FilterOn = rbFilterOn->isChecked();
+    settings.LimitText = tbRootItemLimit->text();
+    settings.Option = cbOption->isChecked();
+    return settings;
 }
 
-bool TQXView::IsDependencies() const {
-    return rbDependencies->isChecked();
-}
-
-int TQXView::Direction() const {
-    return rbTopDown->isChecked() ? 0 : 1;
-}
-
-void TQXView::ShowOption(const QString& caption, std::optional<bool> check) {
-    lblOption->setText(caption);
+void TQXView::ApplyOptionRule(bool fromMenu, std::optional<bool> check) {
+    const std::optional<QString> caption = Settings().OptionCaption(fromMenu);
+    if (!caption) {
+        cbOption->hide();
+        lblOption->hide();
+        return;
+    }
+    lblOption->setText(*caption);
     cbOption->show();
     if (check)
         cbOption->setChecked(*check);
     lblOption->show();
 }
 
-void TQXView::HideOption() {
-    cbOption->hide();
-    lblOption->hide();
-}
-
 void TQXView::ViewTypeChanged(QObject* sender) {
     SyncMenuItems();
 
-    const QString level = Level();
-    const bool dependenciesTopDown = IsDependencies() && Direction() == 0;
-    const bool fromCombo = sender == cbViewBy;
-    if (level == QLatin1String("Entry") && dependenciesTopDown)
-        ShowOption(QStringLiteral("Show Entrys sequentially"),
-                   fromCombo ? std::optional<bool>(true) : std::nullopt);
-    else if (level == QLatin1String("Object") && dependenciesTopDown)
-        ShowOption(QStringLiteral("Show Objects sequentially"),
-                   fromCombo ? std::optional<bool>(false) : std::nullopt);
-    else
-        HideOption();
+    // Choosing Entry in the box checks the option, choosing Object unchecks it.
+    const TQXLevel level = Settings().Level;
+    std::optional<bool> check;
+    if (sender == cbViewBy)
+        check = level == TQXLevel::Entry;
+    ApplyOptionRule(false, check);
 
     SetUserHint();
     DropTracks();
@@ -126,17 +111,10 @@ void TQXView::MenuChoice(QAction* item) {
         }
     }
 
-    const QString level = Level();
-    const bool dependenciesTopDown = IsDependencies() && Direction() == 0;
-    if (level == QLatin1String("Entry") && dependenciesTopDown) {
-        ShowOption(QStringLiteral("Show Entrys sequentially"),
-                   name == QLatin1String("Entry1") ? std::optional<bool>(true) : std::nullopt);
-    } else if (level == QLatin1String("Object") && dependenciesTopDown) {
-        ShowOption(QStringLiteral("Show Object sequentially"),
-                   name == QLatin1String("Object1") ? std::optional<bool>(true) : std::nullopt);
-    } else {
-        HideOption();
-    }
+    // Choosing the shown level's item checks the option.
+    const TQXLevel level = Settings().Level;
+    const bool chosen = name == level::Name(level) + QLatin1Char('1');
+    ApplyOptionRule(true, chosen ? std::optional<bool>(true) : std::nullopt);
     SetUserHint();
 }
 
@@ -156,53 +134,7 @@ void TQXView::SyncMenuItems() {
 }
 
 void TQXView::SetUserHint() {
-    const QString level = Level();
-    const bool code = level == QLatin1String("Code");
-    const bool data = level == QLatin1String("Data");
-    QString hint;
-    if (!IsDependencies()) {
-        if (Direction() == 0) {
-            if (code)
-                hint = QStringLiteral("Lines of Code (execution order can not be trusted)");
-            else if (data)
-                hint = QStringLiteral("Variable Declarations (persistent storage has green icons)");
-            else
-                hint = level + QStringLiteral(" contains");
-        } else {
-            if (code)
-                hint = QStringLiteral("Line of Code is part of");
-            else if (data)
-                hint = QStringLiteral(
-                    "Variable Declaration is part of (persistent storage has green icons)");
-            else if (level == QLatin1String("System"))
-                hint = QStringLiteral("System");
-            else
-                hint = level + QStringLiteral(" is part of");
-        }
-    } else if (Direction() == 0) {
-        const bool option = cbOption->isChecked();
-        if (level == QLatin1String("Entry") && option)
-            hint = QStringLiteral("Entrys in order of execution, call TO other Entry(s)");
-        else if (level == QLatin1String("Object") && option)
-            hint = QStringLiteral("Object uses Object(s), in order of use");
-        else if (code)
-            hint = QStringLiteral("Lines of Code in order of execution, call TO other Entry(s)");
-        else if (data)
-            hint = QStringLiteral("Dataflow TO other Variable(s) and Line of Code where flow is "
-                                  "executed (persistent storage has green icons)");
-        else
-            hint = level + QStringLiteral(" uses ") + level + QStringLiteral("(s)");
-    } else {
-        if (code)
-            hint =
-                QStringLiteral("Lines of Code in order of execution, called FROM other Entry(s)");
-        else if (data)
-            hint = QStringLiteral("Dataflow FROM other Variable(s) and Line of Code where flow is "
-                                  "executed (persistent storage has green icons)");
-        else
-            hint = level + QStringLiteral(" is used by ") + level + QStringLiteral("(s)");
-    }
-    lblUserHint->setText(QStringLiteral("View: ") + hint);
+    lblUserHint->setText(QStringLiteral("View: ") + Settings().UserHint());
 }
 
 void TQXView::tbLimitChange() {
@@ -215,15 +147,15 @@ void TQXView::tbLimitChange() {
     } reset{FCheckingLimit};
 
     TQXUIServices& ui = TQXUIServices::Current();
-    try {
-        const int value = StrToInt(tbRootItemLimit->text());
-        tbRootItemLimit->setText(QString::number(value));
-        if (value < 1) {
-            ui.ShowMessage(QStringLiteral("Limit must be greater than 0"));
-            tbRootItemLimit->setFocus();
-        }
-    } catch (const EQXError& e) {
-        ui.ShowMessage(e.Message());
+    const std::optional<int> value = ParseLimit(tbRootItemLimit->text());
+    if (!value) {
+        ui.ShowMessage(LimitError(tbRootItemLimit->text()));
+        tbRootItemLimit->setFocus();
+        return;
+    }
+    tbRootItemLimit->setText(QString::number(*value));
+    if (*value < 1) {
+        ui.ShowMessage(QStringLiteral("Limit must be greater than 0"));
         tbRootItemLimit->setFocus();
     }
 }

@@ -62,7 +62,8 @@ TQXView::TQXView(QWidget* owner, int windowNumber, TQXBaseFunctionsInterface* ba
             ->setEnabled(MenuItemEnabled(*this, "Diagram2"));
 
         SyncMenuItems();
-        HideOption();
+        cbOption->hide();
+        lblOption->hide();
         SetUserHint();
         tvMain->SetTreeFont(FBaseFunctions->TreeFontName(), FBaseFunctions->TreeFontSize());
     } catch (const std::exception& e) {
@@ -150,20 +151,20 @@ void TQXView::RefreshCurrentView() {
     TQXTreeUpdate update(*tvMain);
     tvMain->SetPopupMenu(pmnuView);
 
+    const TQXViewSettings settings = Settings();
     if (!FDataAccess->SelectRecords(FTables.Table(qx::Table::QXFILE), QString())) {
         AddMarker(EmptyRepositoryMarker);
-    } else if (IsDependencies() && Level() == QLatin1String("Data")) {
+    } else if (settings.IsDependencies() && settings.Level == TQXLevel::Data) {
         AddMarker(DataDependenciesMarker);
     } else {
-        ShowRootItems(Direction(), IsDependencies() ? 0 : 1);
+        ShowRootItems(settings);
         if (tvMain->RootCount() == 0) {
             if (rbFilterOn->isChecked() && FilterConditionCount() > 0) {
                 AddMarker(FilterNoHitsMarker);
             } else {
-                const QString level = Level();
-                AddMarker(QStringLiteral("  *** No Hits on ") + level + QStringLiteral(" ***"));
-                if (level == QLatin1String("System") || level == QLatin1String("Computer") ||
-                    level == QLatin1String("Application")) {
+                AddMarker(QStringLiteral("  *** No Hits on ") + level::Name(settings.Level) +
+                          QStringLiteral(" ***"));
+                if (level::IsAttribute(settings.Level)) {
                     tvMain->AddRoot(QString());
                     AddMarker(LoadAttributesAdvice);
                 }
@@ -176,10 +177,11 @@ void TQXView::RefreshCurrentView() {
 void TQXView::NodeExpanded(TQXTreeNode* node) {
     TQXBusyCursor busy;
     TQXTreeUpdate update(*tvMain);
-    if (IsDependencies())
-        ShowDependencies(node, Direction());
+    const TQXViewSettings settings = Settings();
+    if (settings.IsDependencies())
+        ShowDependencies(node, settings);
     else
-        ShowDistribution(node, Direction());
+        ShowDistribution(node, settings);
 }
 
 void TQXView::SetFont(const QString& name, int size) {

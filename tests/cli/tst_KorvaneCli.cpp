@@ -1,7 +1,7 @@
 // korvane-cli as scripts run it: golden trees of the small estate in text,
 // JSON and CSV, opening by depth, by path and to the node cap, and the exit
 // statuses and messages of bad usage and failures.
-#include "CliEstate.h"
+#include "support/CliEstate.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>

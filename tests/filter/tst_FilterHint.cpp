@@ -1,10 +1,10 @@
 // The question a view asks when a level shows as many root items as the
 // limit allows, asked through the UI services of a view on a real repository.
+#include "driver/ViewDriver.h"
 #include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
 #include "support/TestRepository.h"
 #include "view/View.h"
-#include "view/ViewDriver.h"
 
 #include <QRadioButton>
 #include <QtTest>
@@ -17,7 +17,7 @@ class TestFilterHint : public QObject {
     QStringList QuestionsFor(const QString& limit, bool filterOn) {
         TQXViewDriver driver(FRepo.Location());
         TQXViewSettings settings;
-        settings.Limit = limit;
+        settings.LimitText = limit;
         driver.Apply(settings);
         if (filterOn)
             driver.View().rbFilterOn->click();
@@ -54,7 +54,7 @@ private slots:
         TQXViewDriver driver(FRepo.Location());
         driver.AnswerYes(true);
         TQXViewSettings settings;
-        settings.Limit = QStringLiteral("2");
+        settings.LimitText = QStringLiteral("2");
         driver.Apply(settings);
         driver.Refresh();
         // Without a filter dialog to show, the listing goes on to the limit marker.

@@ -1,7 +1,7 @@
 // The tree control: item ownership, placeholders, depth-first indexes,
 // visible walks, selection order, sorting, update brackets, expansion notice
 // and the popup menu switch.
-#include "host/ImageList.h"
+#include "platform/ImageList.h"
 #include "platform/TreeControl.h"
 #include "platform/TreeUpdate.h"
 #include "repository/Errors.h"
@@ -145,8 +145,8 @@ private slots:
         tree.show();
         QVERIFY(QTest::qWaitForWindowExposed(&tree));
         auto click = [&tree](int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-            const QRect rect = tree.visualItemRect(tree.Root(row));
-            QTest::mouseClick(tree.viewport(), Qt::LeftButton, modifiers, rect.center());
+            const QRect rect = tree.NodeRect(tree.Root(row));
+            QTest::mouseClick(tree.Viewport(), Qt::LeftButton, modifiers, rect.center());
         };
 
         click(3);
@@ -228,8 +228,8 @@ private slots:
         QCOMPARE(spy.count(), 1);
         QCOMPARE(spy.takeFirst().at(0).value<TQXTreeNode*>(), a);
 
-        tree.setCurrentItem(b);
-        QTest::keyClick(&tree, Qt::Key_Right);
+        tree.SetCurrent(b);
+        QTest::keyClick(tree.Viewport()->parentWidget(), Qt::Key_Right);
         QCOMPARE(spy.count(), 1);
         QCOMPARE(spy.takeFirst().at(0).value<TQXTreeNode*>(), b);
         QVERIFY(b->Expanded());
@@ -252,20 +252,20 @@ private slots:
         TQXTreeControl tree;
         TQXTreeNode* node = tree.AddRoot("A", nullptr, 12);
         QCOMPARE(node->SelectedIndex(), 12);
-        QVERIFY(!node->data(0, Qt::DecorationRole).value<QIcon>().isNull());
+        QVERIFY(!node->Icon().isNull());
         node->SetSelectedIndex(13);
         QCOMPARE(node->ImageIndex(), 12);
         // Selected, the node shows its selected picture.
-        const QIcon icon = node->data(0, Qt::DecorationRole).value<QIcon>();
+        const QIcon icon = node->Icon();
         const TQXImageList& images = TQXImageList::Standard();
         QCOMPARE(icon.pixmap(16, QIcon::Normal).toImage(), images.Pixmap(12, 16).toImage());
         QCOMPARE(icon.pixmap(16, QIcon::Selected).toImage(), images.Pixmap(13, 16).toImage());
         node->SetImageIndex(-1);
         QCOMPARE(node->SelectedIndex(), -1);
-        QVERIFY(node->data(0, Qt::DecorationRole).value<QIcon>().isNull());
+        QVERIFY(node->Icon().isNull());
         tree.SetImages(nullptr);
         node->SetImageIndex(3);
-        QVERIFY(node->data(0, Qt::DecorationRole).value<QIcon>().isNull());
+        QVERIFY(node->Icon().isNull());
     }
 };
 

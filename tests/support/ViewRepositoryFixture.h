@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/TreeControl.h"
+#include "repository/RecordReader.h"
 #include "repository/TableHandleSet.h"
 #include "sqlaccess/SqlDataAccess.h"
 #include "support/TestRepository.h"
-#include "view/RecordReader.h"
 
 #include <QStringList>
 

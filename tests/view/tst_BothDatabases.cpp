@@ -1,10 +1,10 @@
 // The same where texts must mean the same on SQLite and PostgreSQL: every
 // view of the demo estate, opened to the bottom, is identical on both.
 #include "SampleEstate.h"
+#include "driver/ViewDriver.h"
 #include "platform/TreeControl.h"
 #include "sqlaccess/RepositorySchema.h"
 #include "support/TestRepository.h"
-#include "view/ViewDriver.h"
 
 #include <QtTest>
 
@@ -47,9 +47,11 @@ private slots:
                 for (const char* level : {"System", "Computer", "Application", "Package", "Object",
                                           "Entry", "Code", "Data"}) {
                     TQXViewSettings settings;
-                    settings.Dependencies = dependencies;
-                    settings.Direction = direction;
-                    settings.Level = QLatin1String(level);
+                    settings.Type =
+                        dependencies ? TQXViewType::Dependencies : TQXViewType::Distribution;
+                    settings.Direction =
+                        direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp;
+                    settings.Level = *level::FromName(QLatin1String(level));
                     QStringList dumps[2];
                     int i = 0;
                     for (TestRepository* repo : {&sqlite, &postgres}) {

@@ -77,7 +77,9 @@ class TestCallLookup : public QObject {
     TDependencies FList;
 
     QList<int> Rows(const TQXItem& item, int direction, bool option = false) {
-        FLookup->GetDependencies(item, direction, false, option, FList);
+        FLookup->GetDependencies(item,
+                                 direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp,
+                                 false, option, FList);
         return FromRows(FList);
     }
 
@@ -86,7 +88,7 @@ private slots:
         BuildEstate(FRepo);
         FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
         AssignDBPointers(*FAccess, FTables);
-        FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables, this);
+        FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables);
     }
 
     void anObjectsCallsInCallingOrder() {
@@ -128,7 +130,7 @@ private slots:
         QCOMPARE(Rows(system1, 0), (QList<int>{15, 40}));
         QCOMPARE(Rows(system1, 1), (QList<int>{5}));
         const TQXItem noFiles(0, 77, 0, 0, 0, 0, 0, 0, 0);
-        QVERIFY(!FLookup->GetDependencies(noFiles, 0, false, false, FList));
+        QVERIFY(!FLookup->GetDependencies(noFiles, TQXDirection::TopDown, false, false, FList));
         QVERIFY(FList.empty());
     }
 
@@ -143,26 +145,28 @@ private slots:
         QCOMPARE(FList[0].PackageFileID, 0);
         QCOMPARE(Rows(members, 1), (QList<int>{5}));
         const TQXItem unknownPackage(5, 0, 0, 0, 81, 0, 0, 0, 0);
-        QVERIFY(!FLookup->GetDependencies(unknownPackage, 0, false, false, FList));
+        QVERIFY(
+            !FLookup->GetDependencies(unknownPackage, TQXDirection::TopDown, false, false, FList));
     }
 
     void stopAtFirstKeepsExactlyOne() {
         const TQXItem paycalc(1, 0, 0, 0, 0, 1, 0, 0, 0);
-        QVERIFY(FLookup->GetDependencies(paycalc, 0, true, false, FList));
+        QVERIFY(FLookup->GetDependencies(paycalc, TQXDirection::TopDown, true, false, FList));
         QCOMPARE(FromRows(FList), (QList<int>{15}));
         const TQXItem members(5, 0, 0, 0, 80, 0, 0, 0, 0);
-        QVERIFY(FLookup->GetDependencies(members, 0, true, false, FList));
+        QVERIFY(FLookup->GetDependencies(members, TQXDirection::TopDown, true, false, FList));
         QCOMPARE(FList.size(), size_t(1));
         const TQXItem rates(1, 0, 0, 0, 0, 2, 0, 0, 0); // calls nothing
-        QVERIFY(!FLookup->GetDependencies(rates, 0, true, false, FList));
+        QVERIFY(!FLookup->GetDependencies(rates, TQXDirection::TopDown, true, false, FList));
         QVERIFY(FList.empty());
     }
 
     void failuresAreWrappedWithTheOperationsName() {
         TQXTableHandleSet unbound;
-        TQXCallLookup lookup(*FAccess, unbound, this);
+        TQXCallLookup lookup(*FAccess, unbound);
         try {
-            lookup.GetDependencies(TQXItem(1, 0, 0, 0, 0, 1, 0, 0, 0), 1, false, false, FList);
+            lookup.GetDependencies(TQXItem(1, 0, 0, 0, 0, 1, 0, 0, 0), TQXDirection::BottomUp,
+                                   false, false, FList);
             QFAIL("no exception");
         } catch (const EQXError& e) {
             QVERIFY2(e.Message().startsWith("TQXView.GetDependencies: "), qPrintable(e.Message()));

@@ -1,8 +1,8 @@
 // Dependencies expansion on a purpose-built estate: entry steps, the order
 // and texts of inherited and uncertain calls, hidden-part icons, recursion,
 // the Code view's images by depth, and the grouping levels.
+#include "FakeViewOperations.h"
 #include "support/ViewRepositoryFixture.h"
-#include "view/CallLookup.h"
 #include "view/DependenciesExpander.h"
 
 #include <QtTest>
@@ -108,21 +108,22 @@ TQXItem Entry(int file, int object, int entry) {
 class TestDependenciesExpansion : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    std::unique_ptr<TQXCallLookup> FLookup;
-    TDependencies FList;
+    std::unique_ptr<FakeViewOperations> FView;
     std::unique_ptr<TQXExpansionContext> FContext;
 
     // An expandable root node of an empty tree, in a view of that level.
     TQXTreeNode* Root(const QString& level, const TQXItem& item, bool option = false) {
         FTree->Clear();
-        FContext->Level = level;
-        FContext->Option = option;
+        FContext->Settings.Level = *level::FromName(level);
+        FContext->Settings.Option = FView->Option = option;
         TQXTreeNode* root = FTree->AddRoot(level, std::make_unique<TQXItem>(item), 0);
         FTree->AddPlaceholder(root);
         return root;
     }
     TQXTreeNode* Open(TQXTreeNode* node, int direction = 0) {
-        TQXDependenciesExpander(*FContext).Expand(node, direction);
+        FContext->Settings.Direction =
+            direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp;
+        TQXDependenciesExpander(*FContext).Expand(node);
         return node;
     }
     // Opens the child with that text.
@@ -150,18 +151,15 @@ private slots:
     void initTestCase() {
         BuildEstate(FRepo);
         OpenRepository();
-        FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables, nullptr);
-        FContext = std::make_unique<TQXExpansionContext>(
-            TQXExpansionContext{*FRecords, *FTree,
-                                [this](const TQXItem& item, int direction, bool stopAtFirst) {
-                                    return FLookup->GetDependencies(item, direction, stopAtFirst,
-                                                                    FContext->Option, FList);
-                                },
-                                FList, QString()});
+        FView = std::make_unique<FakeViewOperations>(*FAccess, FTables);
+        FContext = std::make_unique<TQXExpansionContext>(TQXExpansionContext{
+            *FRecords,
+            *FTree,
+            *FView,
+            SettingsFor(TQXLevel::Object, TQXDirection::TopDown, TQXViewType::Dependencies),
+            {}});
     }
-    void init() {
-        FContext->ExpandFileID = FContext->ExpandPackageID = FContext->ExpandObjectID = 0;
-    }
+    void init() { FContext->Limits = {}; }
 
     void aNodeIsExpandedOnce() {
         TQXTreeNode* main = Open(Root("Object", Object(1, 1)));
@@ -177,27 +175,28 @@ private slots:
     void limitsRefuseNodesThroughTheTree() {
         const QMetaObject::Connection expansion =
             connect(FTree.get(), &TQXTreeControl::NodeExpanded, this, [this](TQXTreeNode* node) {
-                TQXDependenciesExpander(*FContext).Expand(node, 0);
+                FContext->Settings.Direction = TQXDirection::TopDown;
+                TQXDependenciesExpander(*FContext).Expand(node);
             });
         TQXTreeNode* main = Root("Object", Object(1, 1));
-        FContext->ExpandFileID = 1;
-        FContext->ExpandObjectID = 4;
-        main->setExpanded(true);
-        QVERIFY(!main->isExpanded());
+        FContext->Limits.FileID = 1;
+        FContext->Limits.ObjectID = 4;
+        main->SetExpanded(true);
+        QVERIFY(!main->Expanded());
         QCOMPARE(main->ChildCount(), 1);
         QVERIFY(main->FirstChild()->IsPlaceholder());
-        FContext->ExpandObjectID = 1;
-        main->setExpanded(true);
+        FContext->Limits.ObjectID = 1;
+        main->SetExpanded(true);
         QCOMPARE(main->ChildCount(), 6);
         // Within a package: BETA is a member of PKGLIB, MAIN is not.
         init();
-        FContext->ExpandPackageID = 90;
+        FContext->Limits.PackageID = 90;
         main = Root("Object", Object(1, 1));
-        main->setExpanded(true);
+        main->SetExpanded(true);
         QCOMPARE(main->ChildCount(), 1);
         QVERIFY(main->FirstChild()->IsPlaceholder());
         TQXTreeNode* beta = Root("Object", Object(2, 1));
-        beta->setExpanded(true);
+        beta->SetExpanded(true);
         QCOMPARE(ChildTexts(beta), QStringList{"MAIN [Program]"});
         disconnect(expansion);
     }

@@ -1,6 +1,7 @@
 // The Distribution expansion on a purpose-built estate: the children of each
 // kind of node in both directions, which of them can be opened further,
 // their order, and that a node is expanded only once.
+#include "FakeViewOperations.h"
 #include "support/ViewRepositoryFixture.h"
 #include "view/DistributionExpander.h"
 #include "view/ExpansionContext.h"
@@ -59,10 +60,19 @@ std::unique_ptr<TQXItem> Object(qint32 f, qint32 o) {
 class TestDistributionExpansion : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    TDependencies FDependencies;
-    QString FLevel = QStringLiteral("Object");
+    TQXLevel FLevel = TQXLevel::Object;
+    std::unique_ptr<FakeViewOperations> FView;
 
-    TQXExpansionContext Context() { return {*FRecords, *FTree, {}, FDependencies, FLevel}; }
+    TQXExpansionContext Context(int direction = 0) {
+        if (!FView)
+            FView = std::make_unique<FakeViewOperations>(*FAccess, FTables);
+        return {
+            *FRecords,
+            *FTree,
+            *FView,
+            SettingsFor(FLevel, direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp),
+            {}};
+    }
 
     // A node as the root-item listing leaves it: an item and a placeholder.
     TQXTreeNode* Root(std::unique_ptr<TQXItem> item, int image = 2, TQXTreeNode* parent = nullptr) {
@@ -71,13 +81,11 @@ class TestDistributionExpansion : public QObject, protected ViewRepositoryFixtur
         return node;
     }
     QStringList Expand(TQXTreeNode* node, int direction) {
-        TQXExpansionContext context = Context();
-        TQXDistributionExpander(context).Expand(node, direction);
+        TQXExpansionContext context = Context(direction);
+        TQXDistributionExpander(context).Expand(node);
         return ChildTexts(node);
     }
-    static const TQXItem* ItemOf(const TQXTreeNode* node) {
-        return dynamic_cast<const TQXItem*>(node->Item());
-    }
+    static const TQXItem* ItemOf(const TQXTreeNode* node) { return node->ItemAs<TQXItem>(); }
     static bool Expandable(const TQXTreeNode* node) { return node->ChildCount() > 0; }
 
 private slots:
@@ -87,7 +95,7 @@ private slots:
     }
     void init() {
         FTree->Clear();
-        FLevel = QStringLiteral("Object");
+        FLevel = TQXLevel::Object;
     }
 
     void packageMembersByName() {
@@ -162,7 +170,7 @@ private slots:
     }
 
     void rootLinesAndEntries() {
-        FLevel = QStringLiteral("Code");
+        FLevel = TQXLevel::Code;
         TQXTreeNode* line = Root(Item(1, 0, 0, 0, 0, 1, 1, 2), 0);
         QCOMPARE(Expand(line, 1), QStringList{"MAIN [ACCT]"});
         QCOMPARE(line->Child(0)->ImageIndex(), 32);
@@ -170,7 +178,7 @@ private slots:
         // A line of a hidden part outside entries shows the visible object.
         QCOMPARE(Expand(Root(Item(1, 0, 0, 0, 0, 2, 0, 5), 0), 1), QStringList{"ACCT [Program]"});
         // An entry lists its variables, then its lines, in record order.
-        FLevel = QStringLiteral("Entry");
+        FLevel = TQXLevel::Entry;
         TQXTreeNode* main = Root(Item(1, 0, 0, 0, 0, 1, 1), 29);
         QCOMPARE(Expand(main, 0), (QStringList{" ZED as PIC X", " ALPHA as PIC X", "MOVE 1 TO ZED",
                                                "ADD 1 TO ALPHA"}));
@@ -197,13 +205,13 @@ private slots:
         TQXExpansionContext context = Context();
         TQXDistributionExpander expander(context);
         connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
-                [&](TQXTreeNode* node) { expander.Expand(node, 0); });
+                [&](TQXTreeNode* node) { expander.Expand(node); });
         TQXTreeNode* host = Root(Item(0, 0, 2, 0, 0));
-        host->setExpanded(true);
+        host->SetExpanded(true);
         QCOMPARE(host->ChildCount(), 2);
-        host->setExpanded(false);
+        host->SetExpanded(false);
         QCOMPARE(host->ChildCount(), 2);
-        host->setExpanded(true);
+        host->SetExpanded(true);
         QCOMPARE(host->ChildCount(), 2);
         FTree->disconnect(this);
     }

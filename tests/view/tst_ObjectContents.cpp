@@ -1,6 +1,7 @@
 // An Object node opened TopDown in the Distribution view: its contents, the
 // inherited source of its ancestors with names shown once, a missing
 // ancestor, and inheritance cycles.
+#include "FakeViewOperations.h"
 #include "support/ViewRepositoryFixture.h"
 #include "view/DistributionExpander.h"
 #include "view/ExpansionContext.h"
@@ -57,16 +58,15 @@ void BuildEstate(TestRepository& repo) {
 class TestObjectContents : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    TDependencies FDependencies;
-
     // Opens an object root node TopDown.
     TQXTreeNode* Open(qint32 fileID, qint32 objectID, int image) {
         TQXTreeNode* node =
             FTree->AddRoot(QStringLiteral("object"),
                            std::make_unique<TQXItem>(fileID, 0, 0, 0, 0, objectID, 0, 0, 0), image);
         FTree->AddPlaceholder(node);
-        TQXExpansionContext context{*FRecords, *FTree, {}, FDependencies, QStringLiteral("Object")};
-        TQXDistributionExpander(context).Expand(node, 0);
+        FakeViewOperations view(*FAccess, FTables);
+        TQXExpansionContext context{*FRecords, *FTree, view, SettingsFor(TQXLevel::Object), {}};
+        TQXDistributionExpander(context).Expand(node);
         return node;
     }
     // The children that can be opened further.

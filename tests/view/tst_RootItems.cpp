@@ -1,7 +1,7 @@
 // Root items of every level on purpose-built estates: the limit, membership
 // in the filtered selections, texts and icons, record order of lines, and
 // which root nodes can be expanded.
-#include "filter/UnfilteredSelections.h"
+#include "FakeViewOperations.h"
 #include "repository/Errors.h"
 #include "support/ViewRepositoryFixture.h"
 #include "view/CallLookup.h"
@@ -120,15 +120,14 @@ class TestRootItems : public QObject, protected ViewRepositoryFixture {
     QList<Node> List(const QString& level, int direction = 0, int kind = 1,
                      const QString& limit = QStringLiteral("100")) {
         FTree->Clear();
-        TQXCallLookup calls(*FAccess, FTables, nullptr);
-        TDependencies list;
-        TQXRootItemLister lister(*FRecords, *FTree,
-                                 {[&] { return SelectUnfiltered(*FRecords, level); },
-                                  [&](int count) { return count == FStopAt; },
-                                  [&](const TQXItem& item, int dir) {
-                                      return calls.GetDependencies(item, dir, true, false, list);
-                                  }});
-        lister.Show(direction, kind, level, limit);
+        FakeViewOperations view(*FAccess, FTables);
+        view.Level = *level::FromName(level);
+        view.StopAt = FStopAt;
+        TQXViewSettings settings =
+            SettingsFor(view.Level, direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp,
+                        kind == 0 ? TQXViewType::Dependencies : TQXViewType::Distribution);
+        settings.LimitText = limit;
+        TQXRootItemLister(*FRecords, *FTree, view).Show(settings);
         QList<Node> nodes;
         for (int i = 0; i < FTree->RootCount(); ++i)
             nodes << Node{FTree->Root(i)->Text(), FTree->Root(i)->ImageIndex(),
@@ -141,9 +140,7 @@ class TestRootItems : public QObject, protected ViewRepositoryFixture {
             texts << node.text;
         return texts;
     }
-    const TQXItem* ItemAt(int root) {
-        return dynamic_cast<const TQXItem*>(FTree->Root(root)->Item());
-    }
+    const TQXItem* ItemAt(int root) { return FTree->Root(root)->ItemAs<TQXItem>(); }
 
 private slots:
     void initTestCase() {

@@ -138,7 +138,7 @@ private slots:
         SetViewBy(*view, true, true, "Object");
         view->cbViewBy->setFocus();
         QTest::keyClick(view->cbViewBy, Qt::Key_Down); // the user picks Entry
-        QCOMPARE(view->Level(), QString("Entry"));
+        QCOMPARE(view->Settings().Level, TQXLevel::Entry);
         QVERIFY(view->cbOption->isVisibleTo(view.get()));
         QVERIFY(view->cbOption->isChecked());
         QCOMPARE(view->lblOption->text(), QString("Show Entrys sequentially"));

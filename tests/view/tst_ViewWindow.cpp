@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTreeView>
 #include <QtTest>
 
 namespace {
@@ -71,7 +72,7 @@ private slots:
             levels << view->cbViewBy->itemText(i);
         QCOMPARE(levels, QStringList({"System", "Computer", "Application", "Package", "Object",
                                       "Entry", "Code", "Data"}));
-        QCOMPARE(view->Level(), QString("System"));
+        QCOMPARE(view->Settings().Level, TQXLevel::System);
         QCOMPARE(view->tbRootItemLimit->text(), QString("100"));
         QVERIFY(view->cbOption->isHidden());
         QVERIFY(view->lblOption->isHidden());
@@ -80,8 +81,9 @@ private slots:
         QCOMPARE(view->lblUserHint->text(), QString("View: System contains"));
         QVERIFY(view->lblUserHint->font().bold());
         QCOMPARE(view->tvMain->RootCount(), 0);
-        QCOMPARE(view->tvMain->indentation(), 19);
-        QCOMPARE(view->tvMain->selectionMode(), QAbstractItemView::ExtendedSelection);
+        QCOMPARE(view->tvMain->findChild<QTreeView*>()->indentation(), 19);
+        QCOMPARE(view->tvMain->findChild<QTreeView*>()->selectionMode(),
+                 QAbstractItemView::ExtendedSelection);
         QCOMPARE(view->tvMain->font().family(), QString("DejaVu Sans Mono"));
         QCOMPARE(view->tvMain->font().pointSize(), 13);
         QVERIFY(!view->AskBeforeClosing());

@@ -3,12 +3,13 @@
 #include "platform/UIServices.h"
 #include "view/View.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
 
 bool TQXView::SetFilter() {
     TQXRecordReader records(*FDataAccess, FTables);
-    const TQXRootFilter filter = SelectUnfiltered(records, Level());
+    const TQXRootFilter filter = SelectUnfiltered(records, Settings().Level);
     FObjectFilter = filter.ObjectCondition;
     FEntryFilter = filter.EntryCondition;
     FRowFilter = filter.RowCondition;
@@ -16,12 +17,16 @@ bool TQXView::SetFilter() {
     return filter.PackageCondition;
 }
 
+TQXRootFilter TQXView::FilterRootItems() {
+    const bool packageCondition = SetFilter();
+    return TQXRootFilter{packageCondition, FObjectFilter, FEntryFilter, FRowFilter, FWordFilter};
+}
+
 // When a level shows as many root items as the limit allows, the user is
 // offered the filter. Without a filter dialog to show, the listing goes on.
 bool TQXView::HintAboutFilter(int count) {
-    bool isNumber = false;
-    const int limit = tbRootItemLimit->text().trimmed().toInt(&isNumber);
-    if (!isNumber || count != limit || (!rbFilterOff->isChecked() && FilterConditionCount() > 0))
+    const std::optional<int> limit = ParseLimit(tbRootItemLimit->text());
+    if (!limit || count != *limit || (!rbFilterOff->isChecked() && FilterConditionCount() > 0))
         return false;
     const QString question =
         QStringLiteral("This View contains more than ") + tbRootItemLimit->text() +

@@ -1,7 +1,7 @@
 // The view driven without a user: the host's part (base functions, the
 // connection, the refresh notice) played here, the user's part played on the
 // view's own controls and tree.
-#include "view/ViewDriver.h"
+#include "driver/ViewDriver.h"
 
 #include "host/BaseFunctions.h"
 #include "host/FormRegistry.h"
@@ -20,57 +20,6 @@
 #include <deque>
 
 namespace {
-
-// Installed over the scripted services: everything goes to them, so they
-// record it, but a question they have no queued answer for gets the
-// driver's default answer instead of No.
-class TDefaultAnswer final : public TQXUIServices {
-public:
-    explicit TDefaultAnswer(TQXScriptedUIServices& scripted)
-        : FScripted(scripted), FPrevious(TQXUIServices::SetCurrent(this)) {}
-    ~TDefaultAnswer() override { TQXUIServices::SetCurrent(FPrevious); }
-
-    TDefaultAnswer(const TDefaultAnswer&) = delete;
-    TDefaultAnswer& operator=(const TDefaultAnswer&) = delete;
-
-    bool Yes = false;
-
-    bool Ask(const QString& text, TQXQuestionKind kind) override {
-        const qsizetype open = FScripted.Unanswered().size();
-        const bool answer = FScripted.Ask(text, kind);
-        return FScripted.Unanswered().size() > open ? Yes : answer;
-    }
-    void ShowMessage(const QString& text) override { FScripted.ShowMessage(text); }
-    void ShowError(const QString& text) override { FScripted.ShowError(text); }
-    QString OpenFileName(QWidget* owner, const QString& caption, const QString& filter,
-                         const QString& initialPath) override {
-        return FScripted.OpenFileName(owner, caption, filter, initialPath);
-    }
-    QString SaveFileName(QWidget* owner, const QString& caption, const QString& filter,
-                         const QString& initialPath, const QString& defaultExtension) override {
-        return FScripted.SaveFileName(owner, caption, filter, initialPath, defaultExtension);
-    }
-    std::optional<QString> ChooseItem(QWidget* owner, const QString& caption, const QString& prompt,
-                                      const QStringList& items, const QString& current) override {
-        return FScripted.ChooseItem(owner, caption, prompt, items, current);
-    }
-    void ShowFind(QWidget* owner, const TQXFindRequest& initial, bool showWholeWord,
-                  std::function<void(const TQXFindRequest&)> onFind) override {
-        FScripted.ShowFind(owner, initial, showWholeWord, std::move(onFind));
-    }
-    bool Print(QWidget* owner, const QString& documentTitle,
-               const std::function<void(TQXPrintCanvas&)>& draw) override {
-        return FScripted.Print(owner, documentTitle, draw);
-    }
-    void SetClipboardText(const QString& text) override { FScripted.SetClipboardText(text); }
-    QString ClipboardText() override { return FScripted.ClipboardText(); }
-    Qt::CursorShape ScreenCursor() override { return FScripted.ScreenCursor(); }
-    void SetScreenCursor(Qt::CursorShape shape) override { FScripted.SetScreenCursor(shape); }
-
-private:
-    TQXScriptedUIServices& FScripted;
-    TQXUIServices* FPrevious;
-};
 
 // What the view showed the user from a point on: messages and reported
 // errors, the way they would have popped up.
@@ -97,10 +46,6 @@ private:
     qsizetype FMessages;
     qsizetype FErrors;
 };
-
-bool HasPlaceholder(const TQXTreeNode* node) {
-    return node->ChildCount() > 0 && node->FirstChild()->IsPlaceholder();
-}
 
 // The children of a node that stand for something: placeholders left out.
 QList<TQXTreeNode*> RealChildren(const TQXTreeNode* node) {
@@ -132,7 +77,6 @@ int CountRealNodes(const TQXTreeControl& tree) {
 // (which closes its tables) before the connection it uses.
 struct TQXViewDriver::Parts {
     TQXScriptedUIServices Ui;
-    TDefaultAnswer Answers{Ui};
     TQXBaseFunctions Host;
     TQXDataAccessInterface* Opened = nullptr;
     std::unique_ptr<TQXFormInterface> Form;
@@ -162,24 +106,20 @@ TQXViewDriver::TQXViewDriver(const QString& repository) {
 TQXViewDriver::~TQXViewDriver() = default;
 
 void TQXViewDriver::AnswerYes(bool yes) {
-    FParts->Answers.Yes = yes;
+    FParts->Ui.SetDefaultAnswer(yes);
 }
 
 void TQXViewDriver::Apply(const TQXViewSettings& settings) {
     TQXView& view = View();
-    const int level = view.cbViewBy->findText(settings.Level);
-    if (level < 0)
-        throw EQXError(QStringLiteral("There is no level %1").arg(settings.Level));
-    if (settings.Direction != 0 && settings.Direction != 1)
-        throw EQXError(QStringLiteral("There is no direction %1").arg(settings.Direction));
+    const int level = view.cbViewBy->findText(level::Name(settings.Level));
 
     const TShownSince shown(Ui());
     // Type and direction first: the level's choice sets the option box by them.
-    (settings.Dependencies ? view.rbDependencies : view.rbDistribution)->click();
-    (settings.Direction == 0 ? view.rbTopDown : view.rbBottomUp)->click();
+    (settings.IsDependencies() ? view.rbDependencies : view.rbDistribution)->click();
+    (settings.IsTopDown() ? view.rbTopDown : view.rbBottomUp)->click();
     view.cbViewBy->setCurrentIndex(level);
     emit view.cbViewBy->activated(level);
-    view.tbRootItemLimit->setText(settings.Limit);
+    view.tbRootItemLimit->setText(settings.LimitText);
     view.tbLimitChange(); // as when the box is left
     if (!view.cbOption->isHidden() && view.cbOption->isChecked() != settings.Option)
         view.cbOption->click();
@@ -207,7 +147,7 @@ void TQXViewDriver::Refresh() {
 }
 
 void TQXViewDriver::Expand(TQXTreeNode* node) {
-    if (!node || !HasPlaceholder(node))
+    if (!node || !TQXTreeControl::HasPlaceholder(node))
         return;
     const TShownSince shown(Ui());
     // A node left open by a failed expansion is opened again.
@@ -227,7 +167,7 @@ bool TQXViewDriver::ExpandToDepth(int depth, int maxNodes) {
         queue.pop_front();
         if (node->Level() >= depth)
             continue;
-        if (HasPlaceholder(node)) {
+        if (TQXTreeControl::HasPlaceholder(node)) {
             if (count >= maxNodes)
                 return false;
             Expand(node);

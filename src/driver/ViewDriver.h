@@ -1,5 +1,7 @@
 #pragma once
 
+#include "repository/ViewSettings.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -11,15 +13,6 @@ class TQXBaseFunctions;
 class TQXScriptedUIServices;
 class TQXTreeControl;
 class TQXTreeNode;
-
-// The settings a view is driven with, as a user would set its controls.
-struct TQXViewSettings {
-    bool Dependencies = false; // view type: Distribution or Dependencies
-    int Direction = 0;         // 0 TopDown, 1 BottomUp
-    QString Level = QStringLiteral("System");
-    QString Limit = QStringLiteral("100"); // the limit box text
-    bool Option = false;                   // the option box, where it is shown
-};
 
 // Drives a TQXView without a user, for scripts, reports and benchmarks: the
 // very view the host shows, never shown itself. Settings go through the
@@ -41,6 +34,9 @@ public:
     // answer and is still listed in Ui().Unanswered().
     void AnswerYes(bool yes);
 
+    // Sets the view's controls as a user would: view type, direction, level,
+    // limit (checked as when leaving the box), then the option box. The
+    // filter setting is left as it is.
     void Apply(const TQXViewSettings& settings);
     // Connects on first use, then rebuilds the tree from the root items.
     // Throws EQXError with the view's message when the refresh failed.

@@ -1,13 +1,13 @@
 // The view driver: settings through the view's controls, failures the view
 // only showed turned into errors, the default answer, and opening nodes by
 // depth, by path and up to a node cap.
-#include "CliEstate.h"
+#include "support/CliEstate.h"
 
+#include "driver/ViewDriver.h"
 #include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
 #include "view/View.h"
-#include "view/ViewDriver.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -20,8 +20,8 @@ namespace {
 
 TQXViewSettings ObjectCalls() {
     TQXViewSettings settings;
-    settings.Dependencies = true;
-    settings.Level = QStringLiteral("Object");
+    settings.Type = TQXViewType::Dependencies;
+    settings.Level = TQXLevel::Object;
     return settings;
 }
 
@@ -55,9 +55,9 @@ private slots:
         TQXViewDriver driver(FRepo.Location());
         TQXView& view = driver.View();
         TQXViewSettings settings = ObjectCalls();
-        settings.Direction = 1;
-        settings.Level = QStringLiteral("Entry");
-        settings.Limit = QStringLiteral(" 007");
+        settings.Direction = TQXDirection::BottomUp;
+        settings.Level = TQXLevel::Entry;
+        settings.LimitText = QStringLiteral(" 007");
         driver.Apply(settings);
         QVERIFY(view.rbDependencies->isChecked());
         QVERIFY(view.rbBottomUp->isChecked());
@@ -66,7 +66,7 @@ private slots:
         QVERIFY(view.cbOption->isHidden());
 
         // Choosing Entry checks the option box; the settings say otherwise.
-        settings.Direction = 0;
+        settings.Direction = TQXDirection::TopDown;
         driver.Apply(settings);
         QVERIFY(!view.cbOption->isHidden());
         QVERIFY(!view.cbOption->isChecked());
@@ -76,10 +76,7 @@ private slots:
         QCOMPARE(view.lblUserHint->text(),
                  QString("View: Entrys in order of execution, call TO other Entry(s)"));
 
-        settings.Limit = QStringLiteral("many");
-        QVERIFY_THROWS_EXCEPTION(EQXError, driver.Apply(settings));
-        settings.Limit = QStringLiteral("100");
-        settings.Level = QStringLiteral("Program");
+        settings.LimitText = QStringLiteral("many");
         QVERIFY_THROWS_EXCEPTION(EQXError, driver.Apply(settings));
     }
 

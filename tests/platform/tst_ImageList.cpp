@@ -1,4 +1,4 @@
-#include "host/ImageList.h"
+#include "platform/ImageList.h"
 
 #include <QColor>
 #include <QImage>

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "filter/RootFilter.h"
+#include "repository/Dependency.h"
+#include "repository/ViewSettings.h"
+
+class TQXItem;
+
+// What the classes that list and expand the tree ask of their view. TQXView
+// implements it; tests stand in a fake.
+class TQXViewOperations {
+public:
+    virtual ~TQXViewOperations() = default;
+
+    // The call lookup: fills Dependencies() with the calls that leave
+    // (TopDown) or reach the item; true when any was kept.
+    virtual bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) = 0;
+    virtual const TDependencies& Dependencies() const = 0;
+
+    // Narrows the selections to what the root-item filter lets through.
+    virtual TQXRootFilter FilterRootItems() = 0;
+    // Consulted after every root node listed; true stops the listing.
+    virtual bool HintAboutFilter(int count) = 0;
+};
