@@ -88,7 +88,15 @@ int main(int argc, char* argv[]) {
 
     TQXViewLibrary library;
     try {
-        library.Load(QApplication::applicationDirPath());
+        // Built, the view library lies beside korvane; installed, in the
+        // library folder of the prefix.
+        const QDir programs(QApplication::applicationDirPath());
+        const QString installed = programs.filePath(QStringLiteral(KV_LIBRARY_FROM_BINARY));
+        library.Load(
+            QFileInfo::exists(installed + QStringLiteral("/libkorvaneview.so")) &&
+                    !QFileInfo::exists(programs.filePath(QStringLiteral("libkorvaneview.so")))
+                ? installed
+                : programs.path());
     } catch (const EQXError& e) {
         Complain(e.Message());
         if (!unattended)
