@@ -83,7 +83,7 @@ TQXTableRef SqlDataAccess::GetTableRef(const QString& tableName) {
     // mean the same on both databases.
     SqlStatement probe(Database(), FRoundTrips);
     try {
-        probe.ReadAll(QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(name));
+        probe.ReadAll(QStringLiteral("SELECT * FROM ") + name + QStringLiteral(" WHERE 1 = 0"));
     } catch (const EQXError& e) {
         throw EQXError(QStringLiteral("Table %1 not found in the repository %2: %3")
                            .arg(name, FLocation.Display(), e.Message()));

@@ -102,10 +102,9 @@ bool SqlTable::FetchBatch() {
     if (FLastSeq > 0 || FHasCurrent)
         condition += QStringLiteral(" AND QXSeq > ") + QString::number(FLastSeq);
     SqlStatement statement(FDb, FRoundTrips);
-    auto rows =
-        statement.ReadAll(QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY QXSeq LIMIT %3")
-                              .arg(FName, condition)
-                              .arg(FBatchSize));
+    auto rows = statement.ReadAll(
+        QStringLiteral("SELECT * FROM ") + FName + QStringLiteral(" WHERE ") + condition +
+        QStringLiteral(" ORDER BY QXSeq LIMIT ") + QString::number(FBatchSize));
     FExhausted = rows.size() < FBatchSize;
     if (rows.isEmpty())
         return false;
@@ -171,8 +170,9 @@ const QVector<QVariant>& SqlTable::CurrentRow() const {
         return FBatch[FBatchPos];
     if (!FLocatedRow) {
         SqlStatement statement(FDb, FRoundTrips);
-        auto rows = statement.ReadAll(
-            QStringLiteral("SELECT * FROM %1 WHERE QXSeq = %2").arg(FName).arg(FCurrentSeq));
+        auto rows =
+            statement.ReadAll(QStringLiteral("SELECT * FROM ") + FName +
+                              QStringLiteral(" WHERE QXSeq = ") + QString::number(FCurrentSeq));
         if (rows.isEmpty())
             throw EQXError(
                 QStringLiteral("The current record of table %1 no longer exists").arg(FName));
@@ -234,8 +234,9 @@ bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, b
         for (const QString& key : keys)
             columns += QStringLiteral(", ") + key;
         SqlStatement statement(FDb, FRoundTrips);
-        statement.ForEachRow(QStringLiteral("SELECT %1 FROM %2 WHERE %3 ORDER BY QXSeq")
-                                 .arg(columns, FName, SelectionCondition()),
+        statement.ForEachRow(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") +
+                                 FName + QStringLiteral(" WHERE ") + SelectionCondition() +
+                                 QStringLiteral(" ORDER BY QXSeq"),
                              [&](const QSqlQuery& query) {
                                  QVariantList values;
                                  for (int i = 1; i <= keys.size(); ++i)
@@ -273,8 +274,9 @@ bool SqlTable::LocateThroughDatabase(const QStringList& keys, const QVariantList
     if (after >= 0)
         condition += QStringLiteral(" AND QXSeq > ") + QString::number(after);
     SqlStatement statement(FDb, FRoundTrips);
-    auto rows = statement.ReadAll(
-        QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY QXSeq LIMIT 1").arg(FName, condition));
+    auto rows =
+        statement.ReadAll(QStringLiteral("SELECT * FROM ") + FName + QStringLiteral(" WHERE ") +
+                          condition + QStringLiteral(" ORDER BY QXSeq LIMIT 1"));
     if (rows.isEmpty())
         return false;
     const qint64 seq = rows.front()[FSeqPosition].toLongLong();
@@ -288,9 +290,9 @@ void SqlTable::SetValue(const TQXField& field, const QVariant& value) {
     if (position < 0)
         throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(field.Name, FName));
     SqlStatement statement(FDb, FRoundTrips);
-    statement.Execute(
-        QStringLiteral("UPDATE %1 SET %2 = ? WHERE QXSeq = ?").arg(FName, FColumns[position]),
-        {value, FCurrentSeq});
+    statement.Execute(QStringLiteral("UPDATE ") + FName + QStringLiteral(" SET ") +
+                          FColumns[position] + QStringLiteral(" = ? WHERE QXSeq = ?"),
+                      {value, FCurrentSeq});
     if (FCurrentIsLocated) {
         if (FLocatedRow)
             (*FLocatedRow)[position] = value;
