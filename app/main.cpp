@@ -58,8 +58,7 @@ int TakeScreenshot(TQXMainWindow& window, const QString& file,
 
 } // namespace
 
-int main(int argc, char* argv[]) {
-    QApplication app(argc, argv);
+int Run(QApplication& app) {
     QApplication::setOrganizationName(QStringLiteral("Korvane"));
     QApplication::setApplicationName(QStringLiteral("korvane"));
     QApplication::setApplicationDisplayName(QStringLiteral("Korvane"));
@@ -123,4 +122,19 @@ int main(int argc, char* argv[]) {
     if (unattended)
         return TakeScreenshot(window, commandLine.ScreenshotFile, *scripted);
     return app.exec();
+}
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    // A repository text that cannot be read as one (blanks only, a broken
+    // connection string) is a bad argument, said in words, never an abort.
+    try {
+        return Run(app);
+    } catch (const EQXError& e) {
+        Complain(e.Message());
+        return ExitUsage;
+    } catch (const std::exception& e) {
+        Complain(QString::fromLocal8Bit(e.what()));
+        return ExitFailure;
+    }
 }

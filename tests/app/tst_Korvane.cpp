@@ -68,6 +68,19 @@ private slots:
         const Run two = Korvane({"a.kvdb", "b.kvdb"});
         QCOMPARE(two.ExitCode, 2);
         QVERIFY(two.Err.contains("usage: korvane"));
+        // Repository texts that are no repository are said in words, not aborted on.
+        const QString png = FDir.filePath("bad.png");
+        const struct {
+            const char* Repository;
+            const char* Reason;
+        } cases[] = {{"   ", "No repository given"},
+                     {"host=h dbname=estate garbage", "Invalid PostgreSQL connection string"}};
+        for (const auto& bad : cases) {
+            const Run run =
+                Korvane({"--settings", Settings(), "--screenshot", png, bad.Repository});
+            QCOMPARE(run.ExitCode, 2);
+            QVERIFY2(run.Err.contains(bad.Reason), qPrintable(run.Err));
+        }
     }
 
     void unreachableRepositoryIsReported() {
