@@ -16,6 +16,19 @@ const QString CallOrder = QStringLiteral(
 struct TQXCallLookup::Call {
     qint32 FileID, ObjectID, EntryID, InheritsFileID, InheritsObjectID;
     qint32 FromFileID, FromObjectID, FromEntryID, FromRowID;
+
+    // The call as the view keeps it, naming the other end (file, object,
+    // entry); a call into or out of a package file names that file.
+    TDependency Kept(qint32 fileID, qint32 objectID, qint32 entryID, bool packageFile) const {
+        return TDependency{.FileID = fileID,
+                           .PackageFileID = packageFile ? fileID : 0,
+                           .ObjectID = objectID,
+                           .EntryID = entryID,
+                           .InheritsFileID = InheritsFileID,
+                           .InheritsObjectID = InheritsObjectID,
+                           .FromFileID = FromFileID,
+                           .FromRowID = FromRowID};
+    }
 };
 
 TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables)
@@ -158,14 +171,7 @@ bool TQXCallLookup::TopDown(const Source& s, const TQXItem& item, bool stopAtFir
             if (leaveOut)
                 continue;
             const bool packageFile = s.PackageID > 0 && s.ObjectID == 0;
-            list.push_back(TDependency{.FileID = d.FileID,
-                                       .PackageFileID = packageFile ? d.FileID : 0,
-                                       .ObjectID = d.ObjectID,
-                                       .EntryID = d.EntryID,
-                                       .InheritsFileID = d.InheritsFileID,
-                                       .InheritsObjectID = d.InheritsObjectID,
-                                       .FromFileID = d.FromFileID,
-                                       .FromRowID = d.FromRowID});
+            list.push_back(d.Kept(d.FileID, d.ObjectID, d.EntryID, packageFile));
             found = true;
             if (stopAtFirst)
                 break;
@@ -207,14 +213,7 @@ bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFi
         if (leaveOut)
             continue;
         const bool packageFile = s.PackageID > 0 && s.ObjectID == 0;
-        list.push_back(TDependency{.FileID = d.FromFileID,
-                                   .PackageFileID = packageFile ? d.FromFileID : 0,
-                                   .ObjectID = d.FromObjectID,
-                                   .EntryID = d.FromEntryID,
-                                   .InheritsFileID = d.InheritsFileID,
-                                   .InheritsObjectID = d.InheritsObjectID,
-                                   .FromFileID = d.FromFileID,
-                                   .FromRowID = d.FromRowID});
+        list.push_back(d.Kept(d.FromFileID, d.FromObjectID, d.FromEntryID, packageFile));
         found = true;
         if (stopAtFirst)
             break;
