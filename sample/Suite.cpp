@@ -559,8 +559,8 @@ void WritePayCalc(TEstate& estate, const TSuiteCopy& copy) {
     p.Copy(DateParm(estate, copy));
     p.Copy(ErrFlds(estate, copy));
     // The contained rounding program follows the outer program's paragraphs.
-    const qint32 rounding = f.file.ReserveObjectID();
     const QString roundingName = copy.Name(QStringLiteral("PAYROUND"));
+    const qint32 rounding = f.file.ReserveObjectID(roundingName);
 
     const QStringList rules = p.RuleNames(ExtraParagraphs(copy, f.random));
     p.Paragraphs(QStringList{QStringLiteral("0000-MAIN"), QStringLiteral("1000-CALC-FEE"),
