@@ -33,6 +33,9 @@ public:
 
     void Define(const QString& key, const TTarget& target) { FTargets.insert(key, target); }
     TTarget Find(const QString& key) const; // throws when the key is not defined
+    // What source calls by name: a program, function, screen map or table,
+    // looked for in that order. Throws when there is none.
+    TTarget FindCallable(const QString& name) const;
 
 private:
     TEstateWriter& FWriter;

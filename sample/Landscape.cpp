@@ -2,6 +2,7 @@
 // posting program and Java classes with inheritance), the VisualAge Generator
 // claim entry on a workstation, the bank and insurance databases, the date
 // conversion routine, a test driver and a forgotten conversion program.
+// The COBOL programs' texts are in sample/estate/landscape.
 
 #include "CobolProgram.h"
 #include "Estate.h"
@@ -541,122 +542,21 @@ void WriteDateConv(TEstate& estate) {
         file.Emit(QString(QLatin1String(line)), TSourceRow::Flows::None);
 }
 
-// --- COBOL programs outside the suite ---------------------------------------------
+// --- COBOL programs outside the suite -------------------------------------
 
-void WriteGeneralLedger(TEstate& estate) {
-    const TTarget self = estate.Find(QStringLiteral("PGM:GLPOST"));
+void WriteProgram(TEstate& estate, const TCopyLibrary& library, const QString& name,
+                  quint64 stream) {
+    const TTarget self = estate.Find(QStringLiteral("PGM:") + name);
     TSourceFile file(estate.Writer(), self.file, lang::Cobol);
-    TRandom random = estate.Random(LandscapeStream + 1);
+    TRandom random = estate.Random(LandscapeStream + stream);
     TObjectInfo info;
-    info.name = QStringLiteral("GLPOST");
+    info.name = name;
     info.type = QStringLiteral("COBOL Program");
     info.icon = icon::Program;
-    TCobolProgram p(estate, file, random, info);
-    p.Header(QStringLiteral("GENERAL LEDGER POSTING - CALLED DYNAMICALLY BY PAYPOST"));
-    p.Line(QStringLiteral("DATA DIVISION."));
-    p.Section(QStringLiteral("WORKING-STORAGE SECTION"), section::WorkingStorage);
-    p.Decl(1, QStringLiteral("WS-GL-ACCOUNT"), QStringLiteral("X(10)"),
-           QStringLiteral("'4711000000'"));
-    p.Decl(1, QStringLiteral("WS-AMOUNT"), QStringLiteral("S9(11)V99 COMP-3"));
-    p.Decl(1, QStringLiteral("WS-JOURNAL-NO"), QStringLiteral("9(9) COMP-3"));
-    p.Decl(1, QStringLiteral("WS-SIGN"), QStringLiteral("X(1)"));
-    p.Section(QStringLiteral("LINKAGE SECTION"), section::Linkage);
-    const TCopybook payRec = DemoPaymentRecord(estate);
-    p.Copy(payRec);
-    const QStringList rules = p.RuleNames(random.Range(1, 2));
-    p.Paragraphs(QStringList{QStringLiteral("0000-MAIN"), QStringLiteral("1000-JOURNAL")} + rules);
-    p.Procedure(payRec.name);
-    p.Paragraph(QStringLiteral("0000-MAIN"), true);
-    p.Stmt(QStringLiteral("MOVE [PAY-NET OF %1] TO [WS-AMOUNT]").arg(payRec.name));
-    p.Perform(QStringLiteral("1000-JOURNAL"));
-    p.Stmt(QStringLiteral("GOBACK."));
-    p.Paragraph(QStringLiteral("1000-JOURNAL"));
-    p.Stmt(QStringLiteral("ADD 1 TO [WS-JOURNAL-NO]"));
-    p.Stmt(QStringLiteral("EXEC SQL UPDATE [>ACCOUNTS]"),
-           estate.Find(QStringLiteral("TAB:ACCOUNTS")));
-    p.Emit(TSourceRow(TCobolProgram::AreaB(QStringLiteral(
-                          "    SET [ACCOUNTS.BALANCE] = [ACCOUNTS.BALANCE] + :[WS-AMOUNT]")),
-                      TSourceRow::Flows::Assignment));
-    p.Stmt(QStringLiteral("    WHERE [ACCOUNTS.ACCT_NO] = :[WS-GL-ACCOUNT]"));
-    p.Stmt(QStringLiteral("END-EXEC."));
-    p.Rules(rules, {});
-    p.End();
-}
-
-void WriteTestDriver(TEstate& estate) {
-    const TTarget self = estate.Find(QStringLiteral("PGM:TESTDRV"));
-    TSourceFile file(estate.Writer(), self.file, lang::Cobol);
-    TRandom random = estate.Random(LandscapeStream + 2);
-    TObjectInfo info;
-    info.name = QStringLiteral("TESTDRV");
-    info.type = QStringLiteral("COBOL Program");
-    info.icon = icon::Program;
-    TCobolProgram p(estate, file, random, info);
-    p.Header(QStringLiteral("TEST DRIVER FOR PAYCALC - DEVELOPMENT LPAR ONLY"));
-    p.Line(QStringLiteral("DATA DIVISION."));
-    p.Section(QStringLiteral("WORKING-STORAGE SECTION"), section::WorkingStorage);
-    p.Decl(1, QStringLiteral("WS-TEST-CASE"), QStringLiteral("9(4)"));
-    p.Decl(1, QStringLiteral("WS-EXPECTED"), QStringLiteral("S9(11)V99 COMP-3"));
-    p.Decl(1, QStringLiteral("WS-RESULT"), QStringLiteral("X(4)"));
-    p.Decl(1, QStringLiteral("WS-FAILED"), QStringLiteral("9(4)"), QStringLiteral("ZERO"));
-    const TCopybook payRec = DemoPaymentRecord(estate);
-    p.Copy(payRec);
-    p.Paragraphs({QStringLiteral("0000-MAIN"), QStringLiteral("1000-RUN-CASE")});
-    p.Procedure();
-    p.Paragraph(QStringLiteral("0000-MAIN"), true);
-    p.Stmt(QStringLiteral("PERFORM [>1000-RUN-CASE] VARYING [WS-TEST-CASE]"),
-           p.ParagraphTarget(QStringLiteral("1000-RUN-CASE")));
-    p.Stmt(QStringLiteral("    FROM 1 BY 1 UNTIL [WS-TEST-CASE] > 10"));
-    p.Stmt(QStringLiteral("DISPLAY 'FAILED CASES: ' [WS-FAILED]"));
-    p.Stmt(QStringLiteral("STOP RUN."));
-    p.Paragraph(QStringLiteral("1000-RUN-CASE"));
-    p.Stmt(QStringLiteral("MOVE [WS-TEST-CASE] TO [PAY-ID]"));
-    p.Stmt(QStringLiteral("COMPUTE [PAY-AMOUNT] = [WS-TEST-CASE] * 100"));
-    p.Stmt(QStringLiteral("COMPUTE [WS-EXPECTED] = [PAY-AMOUNT] * 0.9875"));
-    p.Call(QStringLiteral("PAYCALC"), estate.Find(QStringLiteral("PGM:PAYCALC")), {payRec.name});
-    p.Stmt(QStringLiteral("IF [PAY-NET] = [WS-EXPECTED]"));
-    p.Stmt(QStringLiteral("    MOVE 'PASS' TO [WS-RESULT]"));
-    p.Stmt(QStringLiteral("ELSE"));
-    p.Stmt(QStringLiteral("    MOVE 'FAIL' TO [WS-RESULT]"));
-    p.Stmt(QStringLiteral("    ADD 1 TO [WS-FAILED]"));
-    p.Stmt(QStringLiteral("END-IF."));
-    p.End();
-}
-
-void WriteOldConversion(TEstate& estate) {
-    const TTarget self = estate.Find(QStringLiteral("PGM:OLDCONV"));
-    TSourceFile file(estate.Writer(), self.file, lang::Cobol);
-    TRandom random = estate.Random(LandscapeStream + 3);
-    TObjectInfo info;
-    info.name = QStringLiteral("OLDCONV");
-    info.type = QStringLiteral("COBOL Program");
-    info.icon = icon::Program;
-    TCobolProgram p(estate, file, random, info);
-    p.Header(QStringLiteral("ONE-OFF CONVERSION OF THE 1998 CUSTOMER FILE - NOT IN PRODUCTION"));
-    p.Line(QStringLiteral("DATA DIVISION."));
-    p.Section(QStringLiteral("WORKING-STORAGE SECTION"), section::WorkingStorage);
-    p.Decl(1, QStringLiteral("OLD-RECORD"));
-    p.Decl(5, QStringLiteral("OLD-CUST-NO"), QStringLiteral("X(6)"));
-    p.Decl(5, QStringLiteral("OLD-NAME"), QStringLiteral("X(25)"));
-    p.Decl(5, QStringLiteral("OLD-BAL"), QStringLiteral("S9(9)V99"));
-    p.Decl(1, QStringLiteral("NEW-RECORD"));
-    p.Decl(5, QStringLiteral("NEW-CUST-ID"), QStringLiteral("9(8)"));
-    p.Decl(5, QStringLiteral("NEW-NAME"), QStringLiteral("X(30)"));
-    p.Decl(5, QStringLiteral("NEW-BALANCE"), QStringLiteral("S9(11)V99 COMP-3"));
-    p.Decl(1, QStringLiteral("WS-CONVERTED"), QStringLiteral("9(7)"), QStringLiteral("ZERO"));
-    const QStringList rules = p.RuleNames(random.Range(1, 2));
-    p.Paragraphs(QStringList{QStringLiteral("0000-MAIN"), QStringLiteral("1000-CONVERT")} + rules);
-    p.Procedure();
-    p.Paragraph(QStringLiteral("0000-MAIN"), true);
-    p.Perform(QStringLiteral("1000-CONVERT"));
-    p.Stmt(QStringLiteral("STOP RUN."));
-    p.Paragraph(QStringLiteral("1000-CONVERT"));
-    p.Stmt(QStringLiteral("MOVE [OLD-CUST-NO] TO [NEW-CUST-ID]"));
-    p.Stmt(QStringLiteral("MOVE [OLD-NAME] TO [NEW-NAME]"));
-    p.Stmt(QStringLiteral("COMPUTE [NEW-BALANCE] = [OLD-BAL] * 100"));
-    p.Stmt(QStringLiteral("ADD 1 TO [WS-CONVERTED]."));
-    p.Rules(rules, {});
-    p.End();
+    TCobolProgram(estate, file, random, info, library)
+        .WriteProgram(
+            TEstateText::Load(QStringLiteral("landscape/") + name + QStringLiteral(".cbl")),
+            TRules{});
 }
 
 } // namespace
@@ -699,7 +599,9 @@ void PlanLandscape(TEstate& estate, TLandscape& landscape) {
 }
 
 void WriteLandscape(TEstate& estate, const TLandscape& landscape) {
-    WriteGeneralLedger(estate);
+    // The COBOL programs copy the demo's members.
+    const TCopyLibrary library = SuiteCopyLibrary(estate, TSuiteCopy{});
+    WriteProgram(estate, library, QStringLiteral("GLPOST"), 1);
     WriteJava(estate, landscape);
     WriteClaimEntry(estate);
     WriteTables(estate, "FILE:BANKDB.DDL",
@@ -730,8 +632,8 @@ void WriteLandscape(TEstate& estate, const TLandscape& landscape) {
                    {"RESERVE", "DECIMAL(13,2)"},
                    {"STATUS", "CHAR(1)"}}}});
     WriteDateConv(estate);
-    WriteTestDriver(estate);
-    WriteOldConversion(estate);
+    WriteProgram(estate, library, QStringLiteral("TESTDRV"), 2);
+    WriteProgram(estate, library, QStringLiteral("OLDCONV"), 3);
 }
 
 } // namespace sample
