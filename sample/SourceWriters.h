@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Estate.h"
+#include "EstateText.h"
+
+#include <QString>
+
+// Writers of the estate's texts in languages other than COBOL (see
+// sample/estate/README.md). A Plan function defines the keys by which other
+// files call the text's objects; its Write function writes the file's
+// objects, entries, rows and words. Call words [>NAME] call an object of the
+// same file, or else what the estate calls by that name.
+namespace sample {
+
+// CICS BMS: the map set (DFHMSD) and its maps (DFHMDI, called as MAP:name)
+// are objects; a labelled field (DFHMDF) declares its name with its LENGTH.
+void PlanMapSet(TEstate& estate, qint32 file, const TEstateText& text);
+void WriteMapSet(TEstate& estate, qint32 file, const TEstateText& text);
+
+// JCL: the job and its in-stream procedures are objects of the package;
+// their steps (EXEC) are their entries.
+void WriteJobStream(TEstate& estate, qint32 file, const TEstateText& text, qint32 package,
+                    const QString& packageName);
+
+} // namespace sample
