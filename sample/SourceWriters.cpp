@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include <vector>
+
 using namespace estate;
 
 namespace sample {
@@ -176,6 +178,176 @@ void WriteJobStream(TEstate& estate, qint32 fileId, const TEstateText& text, qin
         if (operation == QLatin1String("PEND"))
             current = job;
     });
+}
+
+// --- Java -------------------------------------------------------------------
+
+namespace {
+
+// One row of a Java file and where it goes. A note ("//@ ...") after the
+// code tells what the writer cannot see: "calls Class.method [via Class |
+// uncertain], ..." for the targets of the row's call word, "extends
+// Outer.Class" for a super class found through another class's file.
+struct TJavaRow {
+    qsizetype line = 0;
+    QString text;
+    QString note;
+    QString owner; // the class the row is in
+    qint32 object = 0;
+    qint32 entry = 0;
+    int section = 0;
+    QString method; // the first row of a method
+    bool header = false;
+    TObjectInfo info; // of a class, on its header row
+};
+
+struct TJavaFile {
+    QString package;
+    std::vector<TJavaRow> rows;
+};
+
+// Rows inside a method body are local; other rows in a class declare
+// fields, or begin a method when they hold a "(".
+TJavaFile ParseJava(const TEstateText& text) {
+    static const QRegularExpression header(
+        QStringLiteral("\\b(class|interface)\\s+(\\w+)(?:\\s+extends\\s+([\\w.]+))?"));
+    static const QRegularExpression method(QStringLiteral("(\\w+)\\s*\\("));
+    struct TClass {
+        QString name;
+        qint32 object;
+        qint32 methods = 0;
+    };
+    TJavaFile java;
+    std::vector<TClass> classes;
+    qint32 objects = 0;
+    int depth = 0; // of braces inside the current method
+    for (qsizetype number = 0; number < text.Size(); ++number) {
+        const QString& line = text[number];
+        if (line.isEmpty())
+            continue;
+        try {
+            TJavaRow row;
+            row.line = number;
+            const qsizetype note = line.indexOf(QLatin1String("//@"));
+            row.text = note < 0 ? line : line.left(note);
+            while (row.text.endsWith(QLatin1Char(' ')))
+                row.text.chop(1);
+            row.note = note < 0 ? QString() : line.mid(note + 3).trimmed();
+            const QString content = row.text.trimmed();
+            const QRegularExpressionMatch declared = header.match(content);
+            if (depth > 0) {
+                row.section = section::Local;
+                row.entry = classes.back().methods;
+                depth += (content.endsWith(QLatin1Char('{')) ? 1 : 0) -
+                         (content.startsWith(QLatin1Char('}')) ? 1 : 0);
+            } else if (classes.empty() && content.startsWith(QLatin1String("package "))) {
+                java.package = content.mid(8).chopped(1);
+                row.object = 1; // the first row of the first class
+            } else if (declared.hasMatch() && content.endsWith(QLatin1Char('{'))) {
+                const QString extends = row.note.startsWith(QLatin1String("extends "))
+                                            ? row.note.mid(8).trimmed()
+                                            : declared.captured(3);
+                row.header = true;
+                row.info.id = ++objects;
+                row.info.name = declared.captured(2);
+                row.info.identifier = row.info.name;
+                row.info.type = declared.captured(1) == QLatin1String("interface")
+                                    ? QStringLiteral("Java Interface")
+                                    : QStringLiteral("Java Class");
+                row.info.icon = icon::Class;
+                row.info.parent = classes.empty() ? QString() : classes.back().name;
+                row.info.inherits = extends.section(QLatin1Char('.'), -1);
+                row.info.inheritsParent = extends.section(QLatin1Char('.'), 0, -2);
+                classes.push_back(TClass{row.info.name, row.info.id});
+            } else if (classes.empty()) {
+                throw Failure(QStringLiteral("code outside a class"));
+            } else if (content == QLatin1String("}")) {
+                row.owner = classes.back().name;
+                row.object = classes.back().object;
+                classes.pop_back();
+            } else if (content.contains(QLatin1Char('('))) {
+                row.section = section::Local;
+                row.entry = ++classes.back().methods;
+                row.method = method.match(content).captured(1);
+                depth = content.endsWith(QLatin1Char('{')) ? 1 : 0;
+            } else {
+                row.section = section::Field;
+            }
+            if (row.object == 0) {
+                row.owner = classes.back().name;
+                row.object = classes.back().object;
+            }
+            if (!row.note.isEmpty() && !row.note.startsWith(row.header ? QLatin1String("extends ")
+                                                                       : QLatin1String("calls ")))
+                throw Failure(QStringLiteral("unknown note //@ ") + row.note);
+            java.rows.push_back(row);
+        } catch (const EQXError& e) {
+            throw text.Error(number, e.Message());
+        }
+    }
+    if (!classes.empty() || depth > 0)
+        throw text.Error(text.Size() - 1, QStringLiteral("a brace that does not close"));
+    return java;
+}
+
+void CallAsNoted(const TEstate& estate, TSourceRow& row, const QString& note) {
+    if (row.CallCount() != 1)
+        throw Failure(QStringLiteral("a note //@ calls needs one call word in the row"));
+    for (const QString& call : note.mid(6).split(QLatin1Char(','))) {
+        const QStringList words = call.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        const TTarget target = estate.Find(QStringLiteral("MTH:") + words.value(0));
+        if (words.size() == 1) {
+            row.Call(0, target);
+        } else if (words.size() == 2 && words[1] == QLatin1String("uncertain")) {
+            row.Call(0, target, -1, 0);
+        } else if (words.size() == 3 && words[1] == QLatin1String("via")) {
+            const TTarget through = estate.Find(QStringLiteral("CLS:") + words[2]);
+            row.Call(0, target, through.file, through.object);
+        } else {
+            throw Failure(QStringLiteral("a call reads Class.method [via Class | uncertain]: ") +
+                          call);
+        }
+    }
+}
+
+} // namespace
+
+void PlanJava(TEstate& estate, qint32 file, const TEstateText& text) {
+    for (const TJavaRow& row : ParseJava(text).rows) {
+        if (row.header)
+            estate.Define(QStringLiteral("CLS:") + row.info.name, TTarget{file, row.info.id, 0});
+        if (!row.method.isEmpty())
+            estate.Define(QStringLiteral("MTH:") + row.owner + QLatin1Char('.') + row.method,
+                          TTarget{file, row.object, row.entry});
+    }
+}
+
+void WriteJava(TEstate& estate, qint32 fileId, const TEstateText& text, qint32 package,
+               qint32 packageFile) {
+    const TJavaFile java = ParseJava(text);
+    TSourceFile file(estate.Writer(), fileId, lang::Java);
+    for (const TJavaRow& row : java.rows) {
+        try {
+            if (row.header) {
+                TObjectInfo info = row.info;
+                info.inPackage = package;
+                file.AddObject(info);
+                estate.Writer().Package(packageFile, package, java.package, info.name, fileId,
+                                        info.id);
+            }
+            if (!row.method.isEmpty())
+                file.AddEntry(row.object, row.entry, row.method, row.owner);
+            file.At(row.object, row.entry);
+            TSourceRow source(row.text, TSourceRow::Flows::Assignment, row.section);
+            if (row.note.startsWith(QLatin1String("calls ")))
+                CallAsNoted(estate, source, row.note);
+            else if (source.CallCount() > 0)
+                throw Failure(QStringLiteral("a call word without a note //@ calls"));
+            file.Emit(source);
+        } catch (const EQXError& e) {
+            throw text.Error(row.line, e.Message());
+        }
+    }
 }
 
 } // namespace sample

@@ -22,4 +22,11 @@ void WriteMapSet(TEstate& estate, qint32 file, const TEstateText& text);
 void WriteJobStream(TEstate& estate, qint32 file, const TEstateText& text, qint32 package,
                     const QString& packageName);
 
+// Java: every class and interface (CLS:name), nested ones too, is an object
+// of the package named by the file's package statement, recorded in the
+// package file; its methods (MTH:Class.method) are its entries.
+void PlanJava(TEstate& estate, qint32 file, const TEstateText& text);
+void WriteJava(TEstate& estate, qint32 file, const TEstateText& text, qint32 package,
+               qint32 packageFile);
+
 } // namespace sample
