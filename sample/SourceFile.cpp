@@ -275,10 +275,6 @@ qint32 TSourceFile::Emit(const TSourceRow& row) {
     return rowId;
 }
 
-qint32 TSourceFile::Emit(QStringView source, TSourceRow::Flows flows) {
-    return Emit(TSourceRow(source, flows));
-}
-
 qint32 TSourceFile::Comment(const QString& text) {
     const qint32 rowId = FNextRow++;
     FWriter.Row(FId, FObject, FEntry, rowId, text, false);

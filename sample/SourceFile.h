@@ -129,7 +129,6 @@ public:
     qint32 CurrentEntry() const { return FEntry; }
 
     qint32 Emit(const TSourceRow& row);
-    qint32 Emit(QStringView source, TSourceRow::Flows flows);
     qint32 Comment(const QString& text); // a row without words
 
     // A flow between words of two rows of this file.

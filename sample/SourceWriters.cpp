@@ -180,6 +180,155 @@ void WriteJobStream(TEstate& estate, qint32 fileId, const TEstateText& text, qin
     });
 }
 
+// --- VisualAge Generator ----------------------------------------------------
+
+namespace {
+
+QString GeneratorTag(const QString& line) {
+    return line.trimmed().section(QLatin1Char(' '), 0, 0);
+}
+
+QString GeneratorName(const QString& line) {
+    static const QRegularExpression name(QStringLiteral("name=([A-Z0-9-]+)"));
+    const QRegularExpressionMatch match = name.match(line);
+    if (!match.hasMatch())
+        throw Failure(GeneratorTag(line) + QStringLiteral(" without a name"));
+    return match.captured(1);
+}
+
+// The functions of each program by name: the entries of the program.
+QHash<QString, TTarget> GeneratorFunctions(qint32 file, const TEstateText& text) {
+    QHash<QString, TTarget> functions;
+    qint32 object = 0;
+    qint32 entry = 0;
+    ForEachLine(text, [&](const QString& line) {
+        const QString tag = GeneratorTag(line);
+        if (tag == QLatin1String(":map") || tag == QLatin1String(":program")) {
+            ++object;
+            entry = 0;
+        } else if (tag == QLatin1String(":function")) {
+            functions.insert(GeneratorName(line), TTarget{file, object, ++entry});
+        }
+    });
+    return functions;
+}
+
+} // namespace
+
+void PlanGeneratorSource(TEstate& estate, qint32 file, const TEstateText& text) {
+    qint32 object = 0;
+    ForEachLine(text, [&](const QString& line) {
+        const QString tag = GeneratorTag(line);
+        if (tag == QLatin1String(":map"))
+            estate.Define(QStringLiteral("MAP:") + GeneratorName(line), TTarget{file, ++object, 0});
+        else if (tag == QLatin1String(":program"))
+            estate.Define(QStringLiteral("PGM:") + GeneratorName(line), TTarget{file, ++object, 0});
+    });
+}
+
+// Map lines declare map fields, program lines working storage.
+void WriteGeneratorSource(TEstate& estate, qint32 fileId, const TEstateText& text) {
+    TSourceFile file(estate.Writer(), fileId, lang::VisualAgeGenerator);
+    const QHash<QString, TTarget> functions = GeneratorFunctions(fileId, text);
+    qint32 program = 0;
+    QString programName;
+    int declarations = 0;
+    ForEachLine(text, [&](const QString& line) {
+        const QString tag = GeneratorTag(line);
+        if (tag == QLatin1String(":map")) {
+            file.At(file.AddObject(Info(GeneratorName(line), "VAGen Map", icon::ScreenMap)));
+            declarations = section::MapField;
+        } else if (tag == QLatin1String(":program")) {
+            programName = GeneratorName(line);
+            program = file.AddObject(Info(programName, "VAGen Program", icon::Program));
+            file.At(program);
+            declarations = section::WorkingStorage;
+        } else if (tag == QLatin1String(":function")) {
+            const QString name = GeneratorName(line);
+            const qint32 entry = functions.value(name).entry;
+            file.AddEntry(program, entry, name, programName);
+            file.At(program, entry);
+        } else if (tag == QLatin1String(":eprogram.")) {
+            file.At(program);
+        }
+        EmitCalling(estate, file, TSourceRow(line, TSourceRow::Flows::Cobol, declarations),
+                    functions);
+    });
+}
+
+// --- SQL DDL ----------------------------------------------------------------
+
+namespace {
+
+QString CreatedTable(const QString& line) {
+    static const QRegularExpression create(QStringLiteral("^CREATE TABLE ([A-Z0-9_]+) \\($"));
+    return create.match(line).captured(1);
+}
+
+} // namespace
+
+void PlanTables(TEstate& estate, qint32 file, const TEstateText& text) {
+    qint32 object = 0;
+    for (qsizetype line = 0; line < text.Size(); ++line)
+        if (const QString table = CreatedTable(text[line]); !table.isEmpty())
+            estate.Define(QStringLiteral("TAB:") + table, TTarget{file, ++object, 0});
+}
+
+// A column definition starts with the column's name and type.
+void WriteTables(TEstate& estate, qint32 fileId, const TEstateText& text) {
+    static const QRegularExpression column(
+        QStringLiteral("^\\s+([A-Z_][A-Z0-9_]*)\\s+([A-Z]+(?:\\([0-9,]+\\))?)"));
+    static const QStringList constraints = {QStringLiteral("PRIMARY"), QStringLiteral("FOREIGN"),
+                                            QStringLiteral("UNIQUE"), QStringLiteral("CONSTRAINT"),
+                                            QStringLiteral("CHECK")};
+    TSourceFile file(estate.Writer(), fileId, lang::SqlDdl);
+    qint32 table = 0;
+    ForEachLine(text, [&](const QString& line) {
+        if (const QString name = CreatedTable(line); !name.isEmpty()) {
+            table = file.AddObject(Info(name, "DB2 Table", icon::Table));
+            file.At(table);
+        } else if (const QRegularExpressionMatch match = column.match(line);
+                   table > 0 && match.hasMatch() && !constraints.contains(match.captured(1))) {
+            file.Emit(TSourceRow(
+                Declaring(line, match.capturedStart(1), match.capturedEnd(1), match.captured(2)),
+                TSourceRow::Flows::None, section::Column));
+            return;
+        }
+        EmitCalling(estate, file, TSourceRow(line, TSourceRow::Flows::None));
+    });
+}
+
+// --- Assembler --------------------------------------------------------------
+
+namespace {
+
+QString ControlSection(const QString& line) {
+    static const QRegularExpression csect(QStringLiteral("^(\\S+)\\s+CSECT\\b"));
+    return csect.match(line).captured(1);
+}
+
+} // namespace
+
+void PlanAssembler(TEstate& estate, qint32 file, const TEstateText& text) {
+    qint32 object = 0;
+    for (qsizetype line = 0; line < text.Size(); ++line)
+        if (const QString name = ControlSection(text[line]); !name.isEmpty())
+            estate.Define(QStringLiteral("FUN:") + name, TTarget{file, ++object, 0});
+}
+
+void WriteAssembler(TEstate& estate, qint32 fileId, const TEstateText& text) {
+    TSourceFile file(estate.Writer(), fileId, lang::Assembler);
+    ForEachLine(text, [&](const QString& line) {
+        if (line.startsWith(QLatin1Char('*'))) {
+            file.Comment(line);
+            return;
+        }
+        if (const QString name = ControlSection(line); !name.isEmpty())
+            file.At(file.AddObject(Info(name, "Assembler Function", icon::Function)));
+        EmitCalling(estate, file, TSourceRow(line, TSourceRow::Flows::None));
+    });
+}
+
 // --- Java -------------------------------------------------------------------
 
 namespace {

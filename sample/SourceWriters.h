@@ -22,6 +22,20 @@ void WriteMapSet(TEstate& estate, qint32 file, const TEstateText& text);
 void WriteJobStream(TEstate& estate, qint32 file, const TEstateText& text, qint32 package,
                     const QString& packageName);
 
+// VisualAge Generator external source: the map (MAP:name) and the program
+// (PGM:name) are objects, the program's functions its entries.
+void PlanGeneratorSource(TEstate& estate, qint32 file, const TEstateText& text);
+void WriteGeneratorSource(TEstate& estate, qint32 file, const TEstateText& text);
+
+// SQL DDL: every table (TAB:name) is an object declaring its columns.
+void PlanTables(TEstate& estate, qint32 file, const TEstateText& text);
+void WriteTables(TEstate& estate, qint32 file, const TEstateText& text);
+
+// Assembler: every control section (FUN:name) is a function object; a "*"
+// in column 1 makes a comment.
+void PlanAssembler(TEstate& estate, qint32 file, const TEstateText& text);
+void WriteAssembler(TEstate& estate, qint32 file, const TEstateText& text);
+
 // Java: every class and interface (CLS:name), nested ones too, is an object
 // of the package named by the file's package statement, recorded in the
 // package file; its methods (MTH:Class.method) are its entries.
