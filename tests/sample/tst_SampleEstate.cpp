@@ -2,10 +2,12 @@
 // that resolve (apart from the deliberate gaps), every repository code the
 // views give a meaning to, the shape of screen-map tokens, and that the same
 // scale and seed always give the same estate. Also how source texts become
-// rows and words.
+// rows and words, and that a faulty text is reported by name.
+#include "CobolProgram.h"
 #include "EstateWriter.h"
 #include "SampleEstate.h"
 #include "SourceFile.h"
+#include "SourceWriters.h"
 
 #include "repository/Errors.h"
 #include "sqlaccess/RepositoryConnection.h"
@@ -20,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -296,6 +299,70 @@ private slots:
                      "QXFromRowID || ',' || QXFromWordID || ' ' || r.QXCall FROM QXDEPENDENCIES d "
                      "JOIN QXROW r ON r.QXRowID = QXFromRowID")),
                  QLatin1String(row.CallCount() ? "8,9,1 from 7,2,3,1,3 1" : ""));
+    }
+
+    // A faulty text stops the estate with an error naming the text and its
+    // line, and for a copy member the COPY that copied it.
+    void faultyTextsAreNamed() {
+        const TRepository repository;
+        QSqlDatabase db = repository.Db();
+        RepositorySchema::CreateTables(db);
+        TEstateWriter writer(db, {});
+        TEstate estate(writer, 1);
+        TSourceFile file(writer, 1, 20100);
+        TRandom random(1);
+        TObjectInfo info;
+        info.name = QStringLiteral("BAD");
+        TCopyLibrary library;
+        library.insert(
+            QStringLiteral("BROKEN"),
+            TCopybook{TEstateText(QStringLiteral("estate/BROKEN.cpy"),
+                                  QStringLiteral("       01  BROKEN.\n           05  B PIC.")),
+                      TTarget{2, 1, 0}});
+        auto error = [&](const std::function<void()>& write) {
+            try {
+                write();
+            } catch (const EQXError& e) {
+                return e.Message();
+            }
+            return QString();
+        };
+        auto program = [&](const char* statement) {
+            return error([&] {
+                const QString text =
+                    QStringLiteral("       IDENTIFICATION DIVISION.\n       PROGRAM-ID. BAD.\n     "
+                                   "  PROCEDURE DIVISION.\n%1\n       END PROGRAM BAD.")
+                        .arg(QLatin1String(statement));
+                TCobolProgram(estate, file, random, info, library)
+                    .WriteProgram(TEstateText(QStringLiteral("estate/BAD.cbl"), text, "-1"),
+                                  TRules{});
+            });
+        };
+        const QString bad = QStringLiteral("Sample estate: estate/BAD.cbl line 4: ");
+        const QString unclosed = program("           MOVE [A TO [B]");
+        QVERIFY2(unclosed.startsWith(bad + QStringLiteral("a [ that does not close")),
+                 qPrintable(unclosed));
+        QCOMPARE(program("           MOVE [{A] TO [B]"),
+                 bad + QStringLiteral("unclosed placeholder"));
+        QCOMPARE(program("           PERFORM [>NOWHERE]"),
+                 bad + QStringLiteral("nothing called NOWHERE"));
+        QCOMPARE(program("           COPY BROKEN."),
+                 bad + QStringLiteral(
+                           "estate/BROKEN.cpy line 2: not a data description entry: 05  B PIC."));
+        QCOMPARE(
+            error([&] {
+                sample::WriteJava(
+                    estate, 1,
+                    TEstateText(
+                        QStringLiteral("estate/A.java"),
+                        QStringLiteral(
+                            "package p;\nclass A {\n    void f() {\n        [>f]();\n    }\n}")),
+                    1, 2);
+            }),
+            QStringLiteral(
+                "Sample estate: estate/A.java line 4: a call word without a note //@ calls"));
+        QCOMPARE(error([] { TEstateText::Load(QStringLiteral("suite/NOSUCH.cbl")); }),
+                 QStringLiteral("Sample estate: the resource estate/suite/NOSUCH.cbl is missing"));
     }
 
     void initTestCase() { FDemo = std::make_unique<TRepository>(1, 1); }
