@@ -24,6 +24,21 @@ qint32 TEstate::AddFile(const QString& name, const QString& directory, int langu
     return id;
 }
 
+void TEstate::Define(const QString& key, const TTarget& target) {
+    if (FTargets.contains(key))
+        throw EQXError(QStringLiteral("Sample estate: call target defined twice: ") + key);
+    FTargets.insert(key, target);
+}
+
+TTarget TEstate::FindCallable(const QString& name) const {
+    for (const char* kind : {"PGM:", "FUN:", "MAP:", "TAB:"}) {
+        const auto found = FTargets.constFind(QLatin1String(kind) + name);
+        if (found != FTargets.constEnd())
+            return *found;
+    }
+    throw EQXError(QStringLiteral("Sample estate: nothing called ") + name);
+}
+
 TTarget TEstate::Find(const QString& key) const {
     const auto found = FTargets.constFind(key);
     if (found == FTargets.constEnd())

@@ -31,8 +31,12 @@ public:
                    const TAssignment& assignment);
     qint32 NewPackageID() { return FNextPackage++; }
 
-    void Define(const QString& key, const TTarget& target) { FTargets.insert(key, target); }
+    // Keys are "KIND:NAME"; a key is defined once.
+    void Define(const QString& key, const TTarget& target);
     TTarget Find(const QString& key) const; // throws when the key is not defined
+    // What source calls by name: a program, function, screen map or table,
+    // looked for in that order. Throws when there is none.
+    TTarget FindCallable(const QString& name) const;
 
 private:
     TEstateWriter& FWriter;

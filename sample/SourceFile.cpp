@@ -2,6 +2,8 @@
 
 #include "EstateCodes.h"
 
+#include "repository/Errors.h"
+
 #include <QList>
 
 using namespace estate;
@@ -50,7 +52,9 @@ TSourceRow::TSourceRow(QStringView source, Flows flows, int declarationSection, 
         if (source[i] != QLatin1Char('['))
             continue;
         const qsizetype close = source.indexOf(QLatin1Char(']'), i);
-        Q_ASSERT(close > i);
+        if (close < 0 || source.mid(i + 1, close - i - 1).contains(QLatin1Char('[')))
+            throw EQXError(QStringLiteral("Sample estate: a [ that does not close in: ") +
+                           source.toString());
         Plain(source.mid(plainStart, i - plainStart));
         Marker(source.mid(i + 1, close - i - 1));
         i = close;
@@ -131,7 +135,9 @@ void TSourceRow::Marker(QStringView marker) {
     }
     if (marker.startsWith(QLatin1Char('!'))) {
         const qsizetype colon = marker.indexOf(QLatin1Char(':'));
-        Q_ASSERT(colon > 1);
+        if (colon < 2)
+            throw EQXError(QStringLiteral("Sample estate: a declaration without name or type: [") +
+                           marker.toString() + QLatin1Char(']'));
         const QStringView name = marker.mid(1, colon - 1);
         FText += name;
         FVariables.push_back(Add(name.toString(), word::Declaration, FSection, FLevel,
@@ -179,7 +185,7 @@ void TSourceRow::DeriveFlows(Flows flows) {
                 separatorText = QLatin1String("TO");
             else if (verb == QLatin1String("SUBTRACT"))
                 separatorText = QLatin1String("FROM");
-            else if (verb == QLatin1String("COMPUTE")) {
+            else if (verb == QLatin1String("COMPUTE") || verb == QLatin1String("SET")) {
                 separatorText = QLatin1String("=");
                 targetsFirst = true;
             } else {
@@ -224,13 +230,25 @@ void TSourceRow::Call(int marker, const TTarget& target, qint32 inheritsFile,
         PendingCall{FCallWords.at(std::size_t(marker)), target, inheritsFile, inheritsObject});
 }
 
+const QString& TSourceRow::CallName(int marker) const {
+    return FWords.at(std::size_t(FCallWords.at(std::size_t(marker)) - 1)).text;
+}
+
 TSourceFile::TSourceFile(TEstateWriter& writer, qint32 id, int language)
     : FWriter(writer), FId(id), FLanguage(language) {}
+
+qint32 TSourceFile::ReserveObjectID(const QString& name) {
+    if (!FObjectNames.contains(name))
+        FObjectNames.insert(name, FNextObject);
+    return FNextObject++;
+}
 
 qint32 TSourceFile::AddObject(TObjectInfo info) {
     if (info.id == 0)
         info.id = FNextObject;
     FNextObject = qMax(FNextObject, info.id + 1);
+    if (!FObjectNames.contains(info.name))
+        FObjectNames.insert(info.name, info.id);
     FWriter.Object(FId, info.id, FLanguage, info.inPackage, info.name, info.inherits,
                    info.identifier, info.type, info.icon, info.parent, info.inheritsParent);
     return info.id;
@@ -255,10 +273,6 @@ qint32 TSourceFile::Emit(const TSourceRow& row) {
     for (const auto& [from, to] : row.FFlows)
         FWriter.DataFlow(FId, rowId, to, FId, rowId, from);
     return rowId;
-}
-
-qint32 TSourceFile::Emit(QStringView source, TSourceRow::Flows flows) {
-    return Emit(TSourceRow(source, flows));
 }
 
 qint32 TSourceFile::Comment(const QString& text) {

@@ -2,6 +2,7 @@
 
 #include "EstateWriter.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringView>
 
@@ -13,8 +14,6 @@ struct TTarget {
     qint32 file = 0;
     qint32 object = 0;
     qint32 entry = 0;
-
-    TTarget WithEntry(qint32 e) const { return TTarget{file, object, e}; }
 };
 
 // One line of source and its words, built from a template. The template is
@@ -36,12 +35,14 @@ struct TTarget {
 //
 // Data flows between the bracketed words follow from the statement: COBOL
 // MOVE and ADD flow from the words before TO to those after it, SUBTRACT
-// likewise around FROM, COMPUTE and assignments from the right of "=" to the
-// left. Further flows can be added by word id.
+// likewise around FROM, COMPUTE, an SQL SET and assignments from the right of
+// "=" to the left. Flows between rows are added to the file.
 class TSourceRow {
 public:
     enum class Flows { None, Cobol, Assignment };
 
+    // Throws EQXError for a bracket that does not close or a declaration
+    // without its type.
     TSourceRow(QStringView source, Flows flows, int declarationSection = 0, int level = 0);
 
     // Records a call made by the n-th [>NAME] word of the row (0-based).
@@ -49,7 +50,10 @@ public:
               qint32 inheritsObject = 0);
     // Word id of the n-th bracketed variable (use or declaration, 0-based).
     qint32 Variable(int marker) const { return FVariables.at(std::size_t(marker)); }
-    void Flow(qint32 fromWord, qint32 toWord) { FFlows.emplace_back(fromWord, toWord); }
+    int VariableCount() const { return int(FVariables.size()); }
+    // The [>NAME] words: how many, and the name each calls (without quotes).
+    int CallCount() const { return int(FCallWords.size()); }
+    const QString& CallName(int marker) const;
 
     const QString& Text() const { return FText; }
 
@@ -108,12 +112,13 @@ public:
     TSourceFile(TEstateWriter& writer, qint32 id, int language);
 
     qint32 Id() const { return FId; }
-    int Language() const { return FLanguage; }
 
     // Object ids run from 1 through the file.
     qint32 NextObjectID() const { return FNextObject; }
-    qint32 ReserveObjectID() { return FNextObject++; } // for an object written later
-    qint32 AddObject(TObjectInfo info);                // info.id 0 takes the next id
+    qint32 ReserveObjectID(const QString& name); // for an object written later
+    qint32 AddObject(TObjectInfo info);          // info.id 0 takes the next id
+    // The first object added or reserved under the name, or 0.
+    qint32 ObjectNamed(const QString& name) const { return FObjectNames.value(name); }
     void AddEntry(qint32 object, qint32 entry, const QString& name, const QString& identifier);
 
     // Where the following rows go (entry 0: outside every entry).
@@ -121,11 +126,9 @@ public:
         FObject = object;
         FEntry = entry;
     }
-    qint32 CurrentObject() const { return FObject; }
     qint32 CurrentEntry() const { return FEntry; }
 
     qint32 Emit(const TSourceRow& row);
-    qint32 Emit(QStringView source, TSourceRow::Flows flows);
     qint32 Comment(const QString& text); // a row without words
 
     // A flow between words of two rows of this file.
@@ -136,6 +139,7 @@ private:
     qint32 FId;
     int FLanguage;
     qint32 FNextObject = 1;
+    QHash<QString, qint32> FObjectNames;
     qint32 FNextRow = 1;
     qint32 FObject = 0;
     qint32 FEntry = 0;

@@ -1,0 +1,25 @@
+       IDENTIFICATION DIVISION.
+       PROGRAM-ID. GLPOST.
+       AUTHOR. KORVANE IT.
+      * GENERAL LEDGER POSTING - CALLED DYNAMICALLY BY PAYPOST
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  WS-GL-ACCOUNT                PIC X(10) VALUE '4711000000'.
+       01  WS-AMOUNT                    PIC S9(11)V99 COMP-3.
+       01  WS-JOURNAL-NO                PIC 9(9) COMP-3.
+       01  WS-SIGN                      PIC X(1).
+       LINKAGE SECTION.
+           COPY PAYREC.
+       PROCEDURE DIVISION USING PAYREC.
+       0000-MAIN SECTION.
+           MOVE [PAY-NET OF PAYREC] TO [WS-AMOUNT]
+           PERFORM [>1000-JOURNAL]
+           GOBACK.
+       1000-JOURNAL.
+           ADD 1 TO [WS-JOURNAL-NO]
+           EXEC SQL UPDATE [>ACCOUNTS]
+               SET [ACCOUNTS.BALANCE] = [ACCOUNTS.BALANCE] + :[WS-AMOUNT]
+               WHERE [ACCOUNTS.ACCT_NO] = :[WS-GL-ACCOUNT]
+           END-EXEC.
+      *@ rules
+       END PROGRAM GLPOST.

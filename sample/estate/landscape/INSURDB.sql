@@ -1,0 +1,18 @@
+CREATE TABLE POLICY (
+    POLICY_NO       CHAR(12)       NOT NULL,
+    HOLDER_ID       INTEGER        NOT NULL,
+    PRODUCT         CHAR(4)        NOT NULL,
+    PREMIUM         DECIMAL(9,2)   NOT NULL,
+    SUM_INSURED     DECIMAL(13,2)  NOT NULL,
+    STATUS          CHAR(1)        NOT NULL,
+    START_DATE      DATE           NOT NULL,
+    PRIMARY KEY (POLICY_NO)
+);
+CREATE TABLE CLAIM (
+    CLAIM_NO        DECIMAL(10)    NOT NULL,
+    POLICY_NO       CHAR(12)       NOT NULL,
+    LOSS_DATE       DATE           NOT NULL,
+    RESERVE         DECIMAL(13,2)  NOT NULL,
+    STATUS          CHAR(1)        NOT NULL,
+    PRIMARY KEY (CLAIM_NO)
+);

@@ -1,0 +1,3 @@
+package com.korvane.ledger;
+public interface Auditable {
+}

@@ -1,0 +1,37 @@
+       IDENTIFICATION DIVISION.
+       PROGRAM-ID. {DATEUTIL}.
+       AUTHOR. KORVANE IT.
+      * DATE UTILITIES - DAYS BETWEEN DATES, DATE VALIDATION
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01  WS-DATE-WORK                 PIC 9(8).
+       01  WS-TODAY-NUM                 PIC 9(8).
+       01  WS-LILIAN-IN                 PIC S9(9) COMP.
+       01  WS-LILIAN-TODAY              PIC S9(9) COMP.
+       01  WS-SAVED-PARMS               PIC X(30).
+       LINKAGE SECTION.
+           COPY {DATEPARM}.
+       PROCEDURE DIVISION USING DATE-PARMS.
+       0000-MAIN SECTION.
+           EVALUATE [DP-FUNCTION]
+               WHEN 'AD' PERFORM [>1000-DAYS-BETWEEN]
+               WHEN 'VD' PERFORM [>2000-VALIDATE-DATE]
+               WHEN OTHER MOVE 99 TO [DP-RETURN-CODE]
+           END-EVALUATE
+           GOBACK.
+       1000-DAYS-BETWEEN.
+           MOVE [DATE-PARMS] TO [WS-SAVED-PARMS]
+           MOVE [DP-DATE-IN] TO [WS-DATE-WORK]
+           CALL [>'DATECONV'] USING [&WS-DATE-WORK] [&WS-LILIAN-IN]
+           ACCEPT [WS-TODAY-NUM] FROM DATE YYYYMMDD
+           CALL [>'DATECONV'] USING [&WS-TODAY-NUM] [&WS-LILIAN-TODAY]
+           COMPUTE [DP-DAYS] = [WS-LILIAN-TODAY] - [WS-LILIAN-IN]
+           MOVE ZERO TO [DP-RETURN-CODE].
+       2000-VALIDATE-DATE.
+           IF [DP-DATE-IN] < 19000101
+               MOVE 8 TO [DP-RETURN-CODE]
+           ELSE
+               MOVE [DP-DATE-IN] TO [DP-DATE-OUT]
+           END-IF.
+      *@ rules
+       END PROGRAM {DATEUTIL}.

@@ -1,0 +1,9 @@
+      * COPY MEMBER {ERRHNDL}
+       9900-ABEND-ROUTINE.
+           DISPLAY 'ABEND IN ' [ERR-PROGRAM] ' AT ' [ERR-PARAGRAPH]
+           PERFORM [>9910-LOG-ERROR]
+           MOVE 16 TO RETURN-CODE
+           GOBACK.
+       9910-LOG-ERROR.
+           ADD 1 TO [ERR-COUNT]
+           DISPLAY [ERR-PROGRAM] ': ' [ERR-MESSAGE].
