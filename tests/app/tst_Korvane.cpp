@@ -42,7 +42,7 @@ class TestKorvane : public QObject {
 private slots:
     void screenshotOfTheFirstView() {
         TestRepository repository;
-        repository.Insert("QXFILE", {{"QXFileID", 1}, {"QXFileName", "PAYCALC.CBL"}});
+        repository.Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAYCALC.CBL"}});
         const QString png = FDir.filePath("view.png");
         const Run run =
             Korvane({"--settings", Settings(), "--screenshot", png, repository.Location()});

@@ -2,6 +2,7 @@
 // only showed turned into errors, the default answer, and opening nodes by
 // depth, by path and up to a node cap.
 #include "support/CliEstate.h"
+#include "support/TreeTexts.h"
 
 #include "driver/ViewDriver.h"
 #include "platform/ScriptedUIServices.h"
@@ -23,13 +24,6 @@ TQXViewSettings ObjectCalls() {
     settings.Type = TQXViewType::Dependencies;
     settings.Level = TQXLevel::Object;
     return settings;
-}
-
-QStringList Texts(const QList<TQXTreeNode*>& nodes) {
-    QStringList texts;
-    for (const TQXTreeNode* node : nodes)
-        texts << node->Text();
-    return texts;
 }
 
 // Every node that is not a placeholder, depth first.

@@ -27,12 +27,9 @@ class TestFilterHint : public QObject {
 
 private slots:
     void initTestCase() {
-        for (int id = 1; id <= 3; ++id) {
-            FRepo.Insert("QXATTRIBUTE", {{"QXAttributeID", id},
-                                         {"QXAttributeType", 1},
-                                         {"QXAttributeName", QStringLiteral("SYSTEM%1").arg(id)}});
-            FRepo.Insert("QXFILE", {{"QXFileID", id}, {"QXSystemID", id}});
-        }
+        FRepo.Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName",
+                     {{1, 1, "SYSTEM1"}, {2, 1, "SYSTEM2"}, {3, 1, "SYSTEM3"}});
+        FRepo.Insert("QXFILE", "QXFileID, QXSystemID", {{1, 1}, {2, 2}, {3, 3}});
     }
 
     void askedOnceWhenTheLimitIsReached() {

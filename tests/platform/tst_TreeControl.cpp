@@ -5,6 +5,7 @@
 #include "platform/TreeControl.h"
 #include "platform/TreeUpdate.h"
 #include "repository/Errors.h"
+#include "support/TreeTexts.h"
 
 #include <QMenu>
 #include <QSignalSpy>
@@ -28,20 +29,6 @@ int CountingItem::Live = 0;
 
 std::unique_ptr<TQXTreeItem> Item(int id) {
     return std::make_unique<CountingItem>(id);
-}
-
-QStringList Texts(const QList<TQXTreeNode*>& nodes) {
-    QStringList texts;
-    for (const TQXTreeNode* node : nodes)
-        texts << node->Text();
-    return texts;
-}
-
-QStringList RootTexts(const TQXTreeControl& tree) {
-    QStringList texts;
-    for (int i = 0; i < tree.RootCount(); ++i)
-        texts << tree.Root(i)->Text();
-    return texts;
 }
 
 } // namespace

@@ -59,9 +59,8 @@ private:
     // odd ids, 2 for even ones.
     void InsertFiles(int n) {
         for (int i = n; i >= 1; --i)
-            FRepo->Insert("QXFILE", {{"QXFileID", i},
-                                     {"QXSystemID", i % 2 == 1 ? 1 : 2},
-                                     {"QXFileName", QStringLiteral("F%1.CBL").arg(i)}});
+            FRepo->Insert("QXFILE", "QXFileID, QXSystemID, QXFileName",
+                          {{i, i % 2 == 1 ? 1 : 2, QStringLiteral("F%1.CBL").arg(i)}});
     }
 
 private slots:
@@ -110,8 +109,7 @@ private slots:
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
         InsertFiles(10);
-        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 1}, {"QXAttributeType", 1}});
-        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 2}, {"QXAttributeType", 1}});
+        FRepo->Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType", {{1, 1}, {2, 1}});
         QCOMPARE(Table("QXFILE"), Access().GetTableRef(QStringLiteral("qxfile")));
         // An outer loop over one table keeps its place while another table is selected.
         QList<int> seen;
@@ -132,8 +130,8 @@ private slots:
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
         InsertFiles(60);
-        for (int o = 1; o <= 3; ++o)
-            FRepo->Insert("QXOBJECT", {{"QXFileID", 7}, {"QXObjectID", o}, {"QXIcon", 20 + o}});
+        FRepo->Insert("QXOBJECT", "QXFileID, QXObjectID, QXIcon",
+                      {{7, 1, 21}, {7, 2, 22}, {7, 3, 23}});
         auto* file = Table("QXFILE");
         QVERIFY(Access().SelectRecords(file, QStringLiteral("QXSystemID = 1")));
         // Enough lookups that later ones go through the selection's index:
@@ -185,14 +183,11 @@ private slots:
     void queryResultStandsInForItsTable() {
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
-        for (int row = 3; row >= 1; --row)
-            FRepo->Insert("QXDEPENDENCIES", {{"QXFileID", 9},
-                                             {"QXObjectID", row},
-                                             {"QXInheritsFileID", -1},
-                                             {"QXFromFileID", 1},
-                                             {"QXFromObjectID", 1},
-                                             {"QXFromRowID", row}});
-        FRepo->Insert("QXDEPENDENCIES", {{"QXFileID", 8}, {"QXFromFileID", 2}});
+        FRepo->Insert(
+            "QXDEPENDENCIES",
+            "QXFileID, QXObjectID, QXInheritsFileID, QXFromFileID, QXFromObjectID, "
+            "QXFromRowID",
+            {{9, 3, -1, 1, 1, 3}, {9, 2, -1, 1, 1, 2}, {9, 1, -1, 1, 1, 1}, {8, 0, 0, 2, 0, 0}});
         const QStringList sql{
             QStringLiteral("SELECT QXFileID, QXObjectID, QXEntryID, QXInheritsFileID, "
                            "QXInheritsObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, "
@@ -230,8 +225,8 @@ private slots:
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
         const QString hostile = QStringLiteral("O'BRIEN'); DELETE FROM QXOBJECT; --");
-        FRepo->Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 1}, {"QXObjectName", hostile}});
-        FRepo->Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 2}, {"QXObjectName", "O"}});
+        FRepo->Insert("QXOBJECT", "QXFileID, QXObjectID, QXObjectName",
+                      {{1, 1, hostile}, {1, 2, "O"}});
         QCOMPARE(where::TextEquals("QXObjectName", hostile),
                  QStringLiteral("QXObjectName = 'O''BRIEN''); DELETE FROM QXOBJECT; --'"));
         QCOMPARE(Walk("QXOBJECT", "QXObjectID", where::TextEquals("QXObjectName", hostile)),
@@ -242,11 +237,8 @@ private slots:
     void whereTextsMeanTheSameOnBothDatabases() {
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
-        FRepo->Insert("QXOBJECT",
-                      {{"QXFileID", 1}, {"QXObjectID", 1}, {"QXObjectName", "PAYCALC"}});
-        FRepo->Insert("QXOBJECT",
-                      {{"QXFileID", 1}, {"QXObjectID", 2}, {"QXObjectName", "paycalc2"}});
-        FRepo->Insert("QXOBJECT", {{"QXFileID", 2}, {"QXObjectID", -3}, {"QXObjectName", "X"}});
+        FRepo->Insert("QXOBJECT", "QXFileID, QXObjectID, QXObjectName",
+                      {{1, 1, "PAYCALC"}, {1, 2, "paycalc2"}, {2, -3, "X"}});
         QCOMPARE(Walk("QXOBJECT", "QXObjectID", QStringLiteral("QXObjectName LIKE 'PAY%'")),
                  (QList<int>{1}));
         QCOMPARE(
@@ -264,8 +256,8 @@ private slots:
     void writesGoThroughToTheDatabase() {
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
-        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 5}, {"QXAttributeName", "CICS@PROD"}});
-        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 6}, {"QXAttributeName", "BATCH"}});
+        FRepo->Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeName",
+                      {{5, "CICS@PROD"}, {6, "BATCH"}});
         auto* attribute = Table("QXATTRIBUTE");
         QVERIFY(Access().SelectRecords(attribute, QStringLiteral("QXAttributeID = 5")));
         Access().SetFieldValue(attribute, Field("QXATTRIBUTE", "QXAttributeName"),
@@ -283,7 +275,7 @@ private slots:
     void smallSelectionsAreReadOncePerRefresh() {
         if (!Open())
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
-        FRepo->Insert("QXATTRIBUTE", {{"QXAttributeID", 5}, {"QXAttributeName", "BATCH"}});
+        FRepo->Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeName", {{5, "BATCH"}});
         auto* attribute = Table("QXATTRIBUTE");
         const QString where = QStringLiteral("QXAttributeID = 5");
         QVERIFY(Access().SelectRecords(attribute, where));

@@ -8,6 +8,7 @@
 #include "host/BaseFunctions.h"
 #include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
+#include "support/TreeTexts.h"
 #include "view/View.h"
 
 #include <QStringList>
@@ -44,10 +45,3 @@ struct ViewFixture {
                                       QString());
     }
 };
-
-inline QStringList RootTexts(const TQXTreeControl& tree) {
-    QStringList texts;
-    for (int i = 0; i < tree.RootCount(); ++i)
-        texts << tree.Root(i)->Text();
-    return texts;
-}

@@ -381,7 +381,7 @@ private slots:
         view.RefreshContent(nullptr, nullptr, QString());
         QVERIFY(dynamic_cast<SqlDataAccess*>(view.DataAccess()));
         QCOMPARE(RootTexts(*view.tvMain), QStringList({EmptyMarker}));
-        repository.Insert("QXFILE", {{"QXFileID", 1}, {"QXFileName", "PAYCALC.CBL"}});
+        repository.Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAYCALC.CBL"}});
         view.RefreshContent(view.DataAccess(), nullptr, QString());
         QCOMPARE(view.tvMain->Root(0)->Text(), QString("  *** No Hits on System ***"));
         QVERIFY(ui.Messages().isEmpty());
