@@ -67,11 +67,9 @@ private slots:
             levels << view->cbViewBy->itemText(i);
         QCOMPARE(levels, QStringList({"System", "Computer", "Application", "Package", "Object",
                                       "Entry", "Code", "Data"}));
-        QCOMPARE(view->Settings().Level, TQXLevel::System);
         QCOMPARE(view->tbRootItemLimit->text(), QString("100"));
         QVERIFY(view->cbOption->isHidden());
         QVERIFY(view->lblOption->isHidden());
-        QVERIFY(!view->cbOption->isChecked());
         QCOMPARE(view->cbRefreshView->text(), QString("Refresh"));
         QCOMPARE(view->lblUserHint->text(), QString("View: System contains"));
         QVERIFY(view->lblUserHint->font().bold());
@@ -89,7 +87,6 @@ private slots:
         const auto view = f.MakeView();
         QCOMPARE(MenuNames(view->mnuView),
                  QStringList({"File1", "Edit1", "View1", "Filter1", "Tracks1", "Window1"}));
-        QCOMPARE(&view->FormMenu(), &view->mnuView);
         for (const char* name : {"View1", "Filter1", "Tracks1", "Refresh1", "SetFilter1",
                                  "ClearFilter1", "AutoCompleteTrack1", "AddTrack1", "N7"})
             QCOMPARE(TQXMainMenu::GroupIndex(view->mnuView.FindItem(name)), 40);
