@@ -1,33 +1,17 @@
 // korvane as a user starts it: a screenshot of the first refreshed view, and
 // clear failures for a missing repository, bad arguments and a repository
 // that cannot be reached.
+#include "support/RunProgram.h"
 #include "support/TestRepository.h"
 
-#include <QCoreApplication>
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
 
-struct Run {
-    int ExitCode = -1;
-    QString Out;
-    QString Err;
-};
-
-Run Korvane(const QStringList& arguments) {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationDirPath() + "/korvane", arguments);
-    if (!process.waitForFinished(60000))
-        return {};
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2,
-            QString::fromLocal8Bit(process.readAllStandardOutput()),
-            QString::fromLocal8Bit(process.readAllStandardError())};
+ProgramRun Korvane(const QStringList& arguments) {
+    return RunProgram("korvane", arguments);
 }
 
 } // namespace
@@ -42,9 +26,9 @@ class TestKorvane : public QObject {
 private slots:
     void screenshotOfTheFirstView() {
         TestRepository repository;
-        repository.Insert("QXFILE", {{"QXFileID", 1}, {"QXFileName", "PAYCALC.CBL"}});
+        repository.Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAYCALC.CBL"}});
         const QString png = FDir.filePath("view.png");
-        const Run run =
+        const ProgramRun run =
             Korvane({"--settings", Settings(), "--screenshot", png, repository.Location()});
         QVERIFY2(run.ExitCode == 0, qPrintable(run.Err));
         QCOMPARE(run.Out.trimmed(), png);
@@ -56,16 +40,14 @@ private slots:
                 image.pixelColor(5, image.height() - 5));
     }
 
-    void missingRepositoryIsAUsageError() {
-        const Run run = Korvane({"--settings", Settings(), FDir.filePath("nowhere.kvdb")});
-        QCOMPARE(run.ExitCode, 2);
-        QVERIFY2(run.Err.contains("repository not found: " + FDir.filePath("nowhere.kvdb")),
-                 qPrintable(run.Err));
-    }
-
-    void badArgumentsAreUsageErrors() {
+    void usageErrors() {
+        const ProgramRun missing =
+            Korvane({"--settings", Settings(), FDir.filePath("nowhere.kvdb")});
+        QCOMPARE(missing.ExitCode, 2);
+        QVERIFY2(missing.Err.contains("repository not found: " + FDir.filePath("nowhere.kvdb")),
+                 qPrintable(missing.Err));
         QCOMPARE(Korvane({"--no-such-option"}).ExitCode, 2);
-        const Run two = Korvane({"a.kvdb", "b.kvdb"});
+        const ProgramRun two = Korvane({"a.kvdb", "b.kvdb"});
         QCOMPARE(two.ExitCode, 2);
         QVERIFY(two.Err.contains("usage: korvane"));
         // Repository texts that are no repository are said in words, not aborted on.
@@ -76,7 +58,7 @@ private slots:
         } cases[] = {{"   ", "No repository given"},
                      {"host=h dbname=estate garbage", "Invalid PostgreSQL connection string"}};
         for (const auto& bad : cases) {
-            const Run run =
+            const ProgramRun run =
                 Korvane({"--settings", Settings(), "--screenshot", png, bad.Repository});
             QCOMPARE(run.ExitCode, 2);
             QVERIFY2(run.Err.contains(bad.Reason), qPrintable(run.Err));
@@ -85,8 +67,8 @@ private slots:
 
     void unreachableRepositoryIsReported() {
         const QString png = FDir.filePath("failed.png");
-        const Run run = Korvane({"--settings", Settings(), "--screenshot", png,
-                                 "host=" + FDir.filePath("no-server") + " dbname=estate"});
+        const ProgramRun run = Korvane({"--settings", Settings(), "--screenshot", png,
+                                        "host=" + FDir.filePath("no-server") + " dbname=estate"});
         QCOMPARE(run.ExitCode, 3);
         QVERIFY2(run.Err.contains("Could not connect to Database estate"), qPrintable(run.Err));
         QVERIFY(QFileInfo::exists(png)); // the marker is shown and rendered

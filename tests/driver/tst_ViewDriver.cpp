@@ -1,10 +1,11 @@
 // The view driver: settings through the view's controls, failures the view
-// only showed turned into errors, the default answer, and opening nodes by
-// depth, by path and up to a node cap.
+// only showed turned into errors, and opening nodes by depth, by path and up
+// to a node cap. Its answers to the view's questions are checked with the
+// limit question.
 #include "support/CliEstate.h"
+#include "support/TreeTexts.h"
 
 #include "driver/ViewDriver.h"
-#include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
 #include "view/View.h"
@@ -23,13 +24,6 @@ TQXViewSettings ObjectCalls() {
     settings.Type = TQXViewType::Dependencies;
     settings.Level = TQXLevel::Object;
     return settings;
-}
-
-QStringList Texts(const QList<TQXTreeNode*>& nodes) {
-    QStringList texts;
-    for (const TQXTreeNode* node : nodes)
-        texts << node->Text();
-    return texts;
 }
 
 // Every node that is not a placeholder, depth first.
@@ -89,17 +83,6 @@ private slots:
         } catch (const EQXError& e) {
             QVERIFY2(e.Message().startsWith("AssignDBPointers failed: "), qPrintable(e.Message()));
         }
-    }
-
-    void unansweredQuestionsGetTheDefault() {
-        TQXViewDriver driver(FRepo.Location());
-        TQXUIServices& ui = TQXUIServices::Current();
-        QVERIFY(!ui.Ask("first?"));
-        driver.AnswerYes(true);
-        QVERIFY(ui.Ask("second?"));
-        driver.Ui().QueueAnswer(false); // a queued answer comes first
-        QVERIFY(!ui.Ask("third?"));
-        QCOMPARE(driver.Ui().Questions(), QStringList({"first?", "second?", "third?"}));
     }
 
     void refreshAndOpenNodes() {

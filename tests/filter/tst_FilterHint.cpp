@@ -27,27 +27,20 @@ class TestFilterHint : public QObject {
 
 private slots:
     void initTestCase() {
-        for (int id = 1; id <= 3; ++id) {
-            FRepo.Insert("QXATTRIBUTE", {{"QXAttributeID", id},
-                                         {"QXAttributeType", 1},
-                                         {"QXAttributeName", QStringLiteral("SYSTEM%1").arg(id)}});
-            FRepo.Insert("QXFILE", {{"QXFileID", id}, {"QXSystemID", id}});
-        }
+        FRepo.Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName",
+                     {{1, 1, "SYSTEM1"}, {2, 1, "SYSTEM2"}, {3, 1, "SYSTEM3"}});
+        FRepo.Insert("QXFILE", "QXFileID, QXSystemID", {{1, 1}, {2, 2}, {3, 3}});
     }
 
     void askedOnceWhenTheLimitIsReached() {
-        QCOMPARE(QuestionsFor(QStringLiteral("2"), false),
-                 QStringList{QStringLiteral("This View contains more than 2 RootItems,\r"
-                                            "do You want to use Filter?")});
+        const QString question = "This View contains more than %1 RootItems,\r"
+                                 "do You want to %2?";
+        QCOMPARE(QuestionsFor("2", false), QStringList{question.arg("2", "use Filter")});
         // Exactly as many root items as the limit: still asked, once.
-        QCOMPARE(QuestionsFor(QStringLiteral("3"), false).size(), 1);
-        QVERIFY(QuestionsFor(QStringLiteral("4"), false).isEmpty());
-    }
-
-    void aFilterWithoutConditionsIsOfferedForChange() {
-        QCOMPARE(QuestionsFor(QStringLiteral("2"), true),
-                 QStringList{QStringLiteral("This View contains more than 2 RootItems,\r"
-                                            "do You want to change the Filter?")});
+        QCOMPARE(QuestionsFor("3", false), QStringList{question.arg("3", "use Filter")});
+        QVERIFY(QuestionsFor("4", false).isEmpty());
+        // A filter without conditions is offered for change.
+        QCOMPARE(QuestionsFor("2", true), QStringList{question.arg("2", "change the Filter")});
     }
 
     void answeringYesStillListsUpToTheLimit() {

@@ -83,12 +83,19 @@ private slots:
                  QString("payroll"));
     }
 
-    void chooseSourceDatabaseOffersTheConfiguredConnections() {
+    void chooseSourceDatabaseOffersConnectionsOrAsksForAFile() {
         TQXScriptedUIServices ui;
         TQXBaseFunctions host;
-        host.SetConnection("Alpha", "/a.kvdb");
-        host.SetConnection("Beta", "/b.kvdb");
         QString name;
+        host.ChooseSourceDatabase(nullptr, 0, name, 1); // no connections, no file: cancelled
+        QVERIFY(name.isEmpty());
+        QVERIFY(host.ConnectionNames().isEmpty());
+        ui.QueueOpenFileName("/data/payroll.kvdb");
+        host.ChooseSourceDatabase(nullptr, 0, name, 1);
+        QCOMPARE(name, QString("payroll"));
+        QCOMPARE(host.Repository("payroll"), QString("/data/payroll.kvdb"));
+
+        host.SetConnection("Beta", "/b.kvdb");
         ui.QueueChoice(QString("Beta"));
         host.ChooseSourceDatabase(nullptr, 0, name, 1);
         QCOMPARE(name, QString("Beta"));
@@ -96,19 +103,6 @@ private slots:
         host.ChooseSourceDatabase(nullptr, 0, name, 1);
         QCOMPARE(name, QString("Beta"));
         QCOMPARE(ui.Questions(), QStringList({"Source Databases", "Source Databases"}));
-    }
-
-    void chooseSourceDatabaseWithoutConnectionsAsksForAFile() {
-        TQXScriptedUIServices ui;
-        TQXBaseFunctions host;
-        QString name;
-        host.ChooseSourceDatabase(nullptr, 0, name, 1); // cancelled
-        QVERIFY(name.isEmpty());
-        QVERIFY(host.ConnectionNames().isEmpty());
-        ui.QueueOpenFileName("/data/payroll.kvdb");
-        host.ChooseSourceDatabase(nullptr, 0, name, 1);
-        QCOMPARE(name, QString("payroll"));
-        QCOMPARE(host.Repository("payroll"), QString("/data/payroll.kvdb"));
     }
 
     void settingsKeepConnectionsAndTreeFont() {

@@ -1,11 +1,16 @@
-// The base form: creation texts, its main menu with the host's items, the
-// commands reaching the virtual operations, closing, and menu merging.
+// The base form: its main menu with the host's items, the commands reaching
+// the virtual operations, closing, and menu merging; the class registry:
+// registration for a registrar's lifetime, creation by name, and the view
+// library registering TQXView when it is loaded.
 #include "host/BaseFunctions.h"
 #include "host/FormInterface.h"
+#include "host/FormRegistrar.h"
 #include "platform/ScriptedUIServices.h"
 #include "repository/Errors.h"
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QLibrary>
 #include <QMenu>
 #include <QtTest>
 
@@ -41,6 +46,13 @@ QStringList Names(const QList<QMenu*>& menus) {
     for (const QMenu* menu : menus)
         names << menu->objectName();
     return names;
+}
+
+std::unique_ptr<TQXFormInterface> MakePlainForm(QWidget* owner, int number,
+                                                TQXBaseFunctionsInterface* host,
+                                                const QString& name, const QString& connection,
+                                                const QString& command) {
+    return std::make_unique<TQXFormInterface>(owner, number, host, name, connection, command);
 }
 
 } // namespace
@@ -116,6 +128,40 @@ private slots:
         view.Merge(other);
         QCOMPARE(Names(view.Menus()), QStringList({"File1", "Edit1", "Views1", "Window1"}));
         QCOMPARE(TQXMainMenu::GroupIndex(view.FindMenu("Window1")), 90);
+    }
+
+    void registrarRegistersForItsLifetime() {
+        TQXBaseFunctions host;
+        {
+            const TQXFormRegistrar registrar("TQXPlainForm", MakePlainForm);
+            QVERIFY(TQXFormRegistry::IsRegistered("TQXPlainForm"));
+            QVERIFY(TQXFormRegistry::ClassNames().contains("TQXPlainForm"));
+            const auto form =
+                TQXFormRegistry::Create("TQXPlainForm", nullptr, 3, &host, "View 3", "Estate", "");
+            QCOMPARE(form->WindowNumber(), 3);
+            QCOMPARE(form->ConnectionName(), QString("Estate"));
+        }
+        QVERIFY(!TQXFormRegistry::IsRegistered("TQXPlainForm"));
+        try {
+            TQXFormRegistry::Create("TQXPlainForm", nullptr, 1, &host, "", "", "");
+            QFAIL("created an unregistered class");
+        } catch (const EQXError& e) {
+            QCOMPARE(e.Message(), QString("Class TQXPlainForm not found"));
+        }
+    }
+
+    void viewLibraryRegistersTQXViewWhenLoaded() {
+        // This test does not link the view library; loading it is what
+        // registers the view.
+        QVERIFY(!TQXFormRegistry::IsRegistered("TQXView"));
+        QLibrary library(QCoreApplication::applicationDirPath() + "/korvaneview");
+        QVERIFY2(library.load(), qPrintable(library.errorString()));
+        QVERIFY(TQXFormRegistry::IsRegistered("TQXView"));
+
+        TQXBaseFunctions host;
+        const auto view = TQXFormRegistry::Create("TQXView", nullptr, 1, &host, "View 1", "", "");
+        QCOMPARE(view->ClassName(), QString("TQXView"));
+        QCOMPARE(view->metaObject()->className(), "TQXView");
     }
 };
 

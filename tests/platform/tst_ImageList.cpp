@@ -44,8 +44,10 @@ class TestImageList : public QObject {
     Q_OBJECT
 
 private slots:
-    void everyIndexRendersAPicture() {
+    // Every index renders a picture of its own, with a meaning of its own.
+    void everyIndexRendersADistinctPicture() {
         QCOMPARE(List().Count(), 56);
+        QSet<QString> meanings;
         for (int i = 0; i < List().Count(); ++i) {
             QSvgRenderer renderer(List().ResourcePath(i));
             QVERIFY2(renderer.isValid(), qPrintable(List().ResourcePath(i)));
@@ -62,12 +64,6 @@ private slots:
             QCOMPARE(icon.pixmap(16).toImage().convertToFormat(QImage::Format_ARGB32),
                      Render(i, 16));
             QVERIFY(!List().Meaning(i).trimmed().isEmpty());
-        }
-    }
-
-    void picturesAndMeaningsAreDistinct() {
-        QSet<QString> meanings;
-        for (int i = 0; i < List().Count(); ++i) {
             meanings.insert(List().Meaning(i));
             for (int j = i + 1; j < List().Count(); ++j)
                 for (int size : {16, 32})
@@ -110,16 +106,14 @@ private slots:
         }
     }
 
-    void outOfRangeGivesNothing() {
+    void outOfRangeGivesNothingAndPixmapsAreCached() {
         for (int i : {-1, 56, 1000}) {
             QVERIFY(List().Icon(i).isNull());
             QVERIFY(List().Pixmap(i, 16).isNull());
             QVERIFY(List().Meaning(i).isEmpty());
         }
         QVERIFY(List().Pixmap(0, 0).isNull());
-    }
-
-    void pixmapsAreCached() {
+        // Pixmaps are cached per index and size.
         QCOMPARE(List().Pixmap(7, 24).cacheKey(), List().Pixmap(7, 24).cacheKey());
         QVERIFY(List().Pixmap(7, 24).cacheKey() != List().Pixmap(7, 25).cacheKey());
     }

@@ -38,6 +38,11 @@ private slots:
         QCOMPARE(ui.Questions(),
                  QStringList({"Overwrite existing file?", "Again?", "Unscripted?"}));
         QCOMPARE(ui.Unanswered(), QStringList({"Unscripted?"}));
+        // With a default answer, queued answers still come first.
+        ui.SetDefaultAnswer(true);
+        ui.QueueAnswer(false);
+        QVERIFY(!current.Ask("Queued?"));
+        QVERIFY(current.Ask("Defaulted?"));
     }
 
     void busyCursorRestoresWhatItFound() {

@@ -31,8 +31,10 @@ private slots:
         if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
             QSKIP("no PostgreSQL server");
         TestRepository repo{Backend(backend)};
+        QList<QVariantList> rows;
         for (int i = 0; i < Names.size(); ++i)
-            repo.Insert("QXFILE", {{"QXFileID", i + 1}, {"QXFileName", Names[i]}});
+            rows.append({i + 1, Names[i]});
+        repo.Insert("QXFILE", "QXFileID, QXFileName", rows);
         SqlDataAccess access(repo.Location());
         TQXTableRef files = access.GetTableRef(QStringLiteral("QXFILE"));
         TQXFieldRef id = access.GetFieldRef(files, QStringLiteral("QXFileID"));

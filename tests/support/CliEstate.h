@@ -6,35 +6,20 @@
 // call nothing and are called by nobody.
 #include "support/TestRepository.h"
 
-#include <QStringList>
-#include <QVariantList>
-
 inline void BuildCliEstate(TestRepository& repo) {
-    auto insert = [&](const QString& table, const QString& columns,
-                      const QList<QVariantList>& rows) {
-        for (const QVariantList& row : rows) {
-            QStringList values;
-            for (const QVariant& value : row)
-                values << (value.typeId() == QMetaType::Int
-                               ? value.toString()
-                               : "'" + value.toString().replace("'", "''") + "'");
-            repo.Exec("INSERT INTO " + table + " (" + columns + ") VALUES (" + values.join(", ") +
-                      ")");
-        }
-    };
-    insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName, QXIcon",
-           {{1, 1, "ACCOUNTS", 1}, {2, 2, "HOST@DC1", 2}, {3, 3, "PAYROLL", 9}});
-    insert("QXFILE", "QXFileID, QXFileName, QXSystemID, QXComputerID, QXApplicationID",
-           {{1, "PAY.CBL", 1, 2, 3}, {2, "LIB.CBL", 1, 2, 3}});
-    insert("QXOBJECT", "QXFileID, QXObjectID, QXObjectName, QXObjectType, QXIcon",
-           {{1, 1, "MAIN", "Program", 20},
-            {1, 2, "ZETA", "Program", 20},
-            {2, 1, "BETA", "Class", 30},
-            {2, 2, "IO/PRINT", "Program", 20},
-            {2, 3, "SUM,\"TOTAL\"", "Program", 20}});
-    insert("QXENTRY", "QXFileID, QXObjectID, QXEntryID, QXEntryName",
-           {{1, 1, 1, "START"}, {1, 2, 1, "RUN"}, {2, 1, 1, "INIT"}});
-    insert("QXDEPENDENCIES",
-           "QXFileID, QXObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID",
-           {{1, 2, 1, 1, 1, 10}, {1, 1, 1, 2, 1, 20}, {1, 1, 2, 1, 1, 30}});
+    repo.Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName, QXIcon",
+                {{1, 1, "ACCOUNTS", 1}, {2, 2, "HOST@DC1", 2}, {3, 3, "PAYROLL", 9}});
+    repo.Insert("QXFILE", "QXFileID, QXFileName, QXSystemID, QXComputerID, QXApplicationID",
+                {{1, "PAY.CBL", 1, 2, 3}, {2, "LIB.CBL", 1, 2, 3}});
+    repo.Insert("QXOBJECT", "QXFileID, QXObjectID, QXObjectName, QXObjectType, QXIcon",
+                {{1, 1, "MAIN", "Program", 20},
+                 {1, 2, "ZETA", "Program", 20},
+                 {2, 1, "BETA", "Class", 30},
+                 {2, 2, "IO/PRINT", "Program", 20},
+                 {2, 3, "SUM,\"TOTAL\"", "Program", 20}});
+    repo.Insert("QXENTRY", "QXFileID, QXObjectID, QXEntryID, QXEntryName",
+                {{1, 1, 1, "START"}, {1, 2, 1, "RUN"}, {2, 1, 1, "INIT"}});
+    repo.Insert("QXDEPENDENCIES",
+                "QXFileID, QXObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID",
+                {{1, 2, 1, 1, 1, 10}, {1, 1, 1, 2, 1, 20}, {1, 1, 2, 1, 1, 30}});
 }

@@ -2,6 +2,22 @@
 
 #include "repository/DataAccessInterface.h"
 
+// A table by name that holds no records.
+class NullDataSet final : public TQXDataSet {
+public:
+    explicit NullDataSet(const QString& name) : FName(name) {}
+    QString TableName() const override { return FName; }
+    void First() override {}
+    void Next() override {}
+    bool Eof() const override { return true; }
+    int FieldCount() const override { return 0; }
+    QVariant FieldValue(int) const override { return {}; }
+    void Close() override {}
+
+private:
+    QString FName;
+};
+
 // Stands in for a repository connection that holds nothing: no table or field
 // is found, no record is selected or located, and writes go nowhere. Tests
 // derive from it to record or answer only the calls they look at.

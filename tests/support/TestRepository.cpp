@@ -70,22 +70,25 @@ QSqlDatabase TestRepository::Db() const {
     return QSqlDatabase::database(FConnectionName, false);
 }
 
-void TestRepository::Insert(const char* table,
-                            std::initializer_list<std::pair<const char*, QVariant>> values) {
-    QStringList columns;
-    QStringList marks;
-    for (const auto& value : values) {
-        columns << QLatin1String(value.first);
-        marks << QStringLiteral("?");
-    }
+void TestRepository::Insert(const QString& table, const QString& columns,
+                            const QList<QVariantList>& rows) {
+    const qsizetype count = columns.count(QLatin1Char(',')) + 1;
+    QStringList marks(count, QStringLiteral("?"));
     QSqlQuery query(Db());
-    query.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                      .arg(QLatin1String(table), columns.join(QStringLiteral(", ")),
-                           marks.join(QStringLiteral(", "))));
-    for (const auto& value : values)
-        query.addBindValue(value.second);
-    if (!query.exec())
+    if (!query.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                           .arg(table, columns, marks.join(QStringLiteral(", ")))))
         throw EQXError(query.lastError().text());
+    for (const QVariantList& row : rows) {
+        if (row.size() != count)
+            throw EQXError(QStringLiteral("%1: %2 values for %3 columns")
+                               .arg(table)
+                               .arg(row.size())
+                               .arg(count));
+        for (const QVariant& value : row)
+            query.addBindValue(value);
+        if (!query.exec())
+            throw EQXError(table + QStringLiteral(": ") + query.lastError().text());
+    }
 }
 
 void TestRepository::Exec(const QString& sql) {

@@ -1,12 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QSqlDatabase>
 #include <QString>
 #include <QTemporaryDir>
 #include <QVariant>
-
-#include <initializer_list>
-#include <utility>
 
 // A throw-away repository for one test: a SQLite file in a temporary folder,
 // or a fresh schema in the PostgreSQL database named by KV_TEST_PG (libpq
@@ -28,7 +26,9 @@ public:
     const QString& Location() const { return FLocation; }
     QSqlDatabase Db() const;
 
-    void Insert(const char* table, std::initializer_list<std::pair<const char*, QVariant>> values);
+    // One record per row, its values in the order of the columns, e.g.
+    // Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAY.CBL"}, {2, "LIB.CBL"}}).
+    void Insert(const QString& table, const QString& columns, const QList<QVariantList>& rows);
     void Exec(const QString& sql);
     int Count(const QString& table, const QString& where = QString());
 

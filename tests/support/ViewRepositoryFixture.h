@@ -5,8 +5,7 @@
 #include "repository/TableHandleSet.h"
 #include "sqlaccess/SqlDataAccess.h"
 #include "support/TestRepository.h"
-
-#include <QStringList>
+#include "support/TreeTexts.h"
 
 #include <memory>
 
@@ -16,10 +15,20 @@
 // OpenRepository() once before anything reads it.
 class ViewRepositoryFixture {
 protected:
-    void OpenRepository();
+    void OpenRepository() {
+        FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
+        AssignDBPointers(*FAccess, FTables);
+        FRecords = std::make_unique<TQXRecordReader>(*FAccess, FTables);
+        FTree = std::make_unique<TQXTreeControl>();
+    }
 
-    // The texts of a node's children, in order.
-    static QStringList ChildTexts(const TQXTreeNode* node);
+    // A node as the root-item listing leaves it: an item and a placeholder.
+    TQXTreeNode* AddClosed(std::unique_ptr<TQXItem> item, int image, TQXTreeNode* parent = nullptr,
+                           const QString& text = "node") {
+        TQXTreeNode* node = FTree->AddChild(parent, text, std::move(item), image);
+        FTree->AddPlaceholder(node);
+        return node;
+    }
 
     TestRepository FRepo;
     std::unique_ptr<SqlDataAccess> FAccess;

@@ -2,31 +2,14 @@
 
 // A data-access object for view tests: tables without records except what a
 // test says, call counters, and scripted failures.
-#include "repository/DataAccessInterface.h"
 #include "repository/Errors.h"
-
-#include <QHash>
+#include "support/NullDataAccess.h"
 
 #include <functional>
 #include <map>
 #include <memory>
 
-class FakeTable final : public TQXDataSet {
-public:
-    explicit FakeTable(const QString& name) : FName(name) {}
-    QString TableName() const override { return FName; }
-    void First() override {}
-    void Next() override {}
-    bool Eof() const override { return true; }
-    int FieldCount() const override { return 0; }
-    QVariant FieldValue(int) const override { return QVariant(); }
-    void Close() override {}
-
-private:
-    QString FName;
-};
-
-class FakeDataAccess final : public TQXDataAccessInterface {
+class FakeDataAccess final : public NullDataAccess {
 public:
     // What the repository holds: QXFILE answers SelectRecords with this.
     bool HasFiles = true;
@@ -53,7 +36,7 @@ public:
             throw EQXError(QStringLiteral("no such table: ") + name);
         auto& table = FTables[name];
         if (!table)
-            table = std::make_unique<FakeTable>(name);
+            table = std::make_unique<NullDataSet>(name);
         return table.get();
     }
     TQXFieldRef GetFieldRef(TQXTableRef table, const QString& column) override {
@@ -73,25 +56,15 @@ public:
             throw EQXError(QStringLiteral("database is locked"));
         return table->TableName() == QLatin1String("QXFILE") && HasFiles;
     }
-    bool NextRecord(TQXTableRef) override { return false; }
-    void DeleteRecords(TQXTableRef, const QString&, int) override {}
-    QVariant GetFieldValue(TQXTableRef, TQXFieldRef) override { return QVariant(); }
-    void SetFieldValue(TQXTableRef, TQXFieldRef, const QVariant&) override {}
-    bool LocateRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
-        return false;
-    }
-    bool LocateNextRecord(TQXTableRef, const QString&, const QVariantList&, int) override {
-        return false;
-    }
     void EndRefresh(bool flag1, bool flag2) override {
         if (flag1 && !flag2)
             ++EndRefreshCalls;
     }
     std::unique_ptr<TQXDataSet> OpenQuery(QObject*, const QStringList&, int) override {
-        return std::make_unique<FakeTable>(QStringLiteral("QUERY"));
+        return std::make_unique<NullDataSet>(QStringLiteral("QUERY"));
     }
 
 private:
-    std::map<QString, std::unique_ptr<FakeTable>> FTables;
+    std::map<QString, std::unique_ptr<NullDataSet>> FTables;
     std::map<QString, std::unique_ptr<TQXField>> FFields;
 };

@@ -2,13 +2,16 @@
 
 // What a view test needs around a TQXView: scripted UI services, the host's
 // base functions with one connection "Estate" served by a FakeDataAccess,
-// and helpers to read the tree.
+// and the view menu's check marks.
 #include "FakeDataAccess.h"
 
 #include "host/BaseFunctions.h"
 #include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
+#include "support/TreeTexts.h"
 #include "view/View.h"
+
+#include <QAction>
 
 #include <QStringList>
 
@@ -45,9 +48,13 @@ struct ViewFixture {
     }
 };
 
-inline QStringList RootTexts(const TQXTreeControl& tree) {
-    QStringList texts;
-    for (int i = 0; i < tree.RootCount(); ++i)
-        texts << tree.Root(i)->Text();
-    return texts;
+// The checked items among the view menu's type, direction and level items.
+inline QStringList CheckedItems(const TQXView& view) {
+    QStringList checked;
+    for (const char* name :
+         {"Distribution1", "Dependencies1", "TopDown1", "BottomUp1", "System1", "Computer1",
+          "Application1", "Package1", "Object1", "Entry1", "Code1", "Data1"})
+        if (view.mnuView.FindItem(name)->isChecked())
+            checked << name;
+    return checked;
 }

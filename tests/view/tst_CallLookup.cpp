@@ -15,47 +15,28 @@ namespace {
 // CUSTMAINT (object 1). File 4: system 3 only. File 9 is a package file
 // (package 70); package 80 has members (1,1) and (1,2).
 void BuildEstate(TestRepository& repo) {
-    repo.Insert("QXFILE", {{"QXFileID", 1}, {"QXSystemID", 1}});
-    repo.Insert("QXFILE", {{"QXFileID", 2}, {"QXSystemID", 1}});
-    repo.Insert("QXFILE",
-                {{"QXFileID", 3}, {"QXSystemID", 2}, {"QXComputerID", 5}, {"QXApplicationID", 6}});
-    repo.Insert("QXFILE", {{"QXFileID", 4}, {"QXSystemID", 3}});
-    repo.Insert("QXFILE", {{"QXFileID", 9}});
-    repo.Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 1}, {"QXIcon", 20}});
-    repo.Insert("QXOBJECT", {{"QXFileID", 1}, {"QXObjectID", 2}, {"QXIcon", 20}});
-    repo.Insert("QXOBJECT", {{"QXFileID", 2}, {"QXObjectID", 1}, {"QXIcon", 52}});
-    repo.Insert("QXOBJECT", {{"QXFileID", 2}, {"QXObjectID", 2}, {"QXIcon", 20}});
-    repo.Insert("QXOBJECT", {{"QXFileID", 3}, {"QXObjectID", 1}, {"QXIcon", 20}});
-    repo.Insert("QXPACKAGE", {{"QXFileID", 9}, {"QXPackageID", 70}, {"QXObjectFileID", 9}});
-    repo.Insert("QXPACKAGE", {{"QXFileID", 9}, {"QXPackageID", 70}, {"QXObjectFileID", 1}});
-    repo.Insert("QXPACKAGE",
-                {{"QXFileID", 5}, {"QXPackageID", 80}, {"QXObjectFileID", 1}, {"QXObjectID", 1}});
-    repo.Insert("QXPACKAGE",
-                {{"QXFileID", 5}, {"QXPackageID", 80}, {"QXObjectFileID", 1}, {"QXObjectID", 2}});
-    // Calls, loaded out of calling order: (target file, object, entry) from
-    // (file, object, entry, row), inherits file.
-    auto call = [&](int f, int o, int e, int ff, int fo, int fe, int fr, int inherits = 0) {
-        repo.Insert("QXDEPENDENCIES", {{"QXFileID", f},
-                                       {"QXObjectID", o},
-                                       {"QXEntryID", e},
-                                       {"QXInheritsFileID", inherits},
-                                       {"QXInheritsObjectID", inherits > 0 ? 4 : 0},
-                                       {"QXFromFileID", ff},
-                                       {"QXFromObjectID", fo},
-                                       {"QXFromEntryID", fe},
-                                       {"QXFromRowID", fr}});
-    };
-    call(2, 2, 0, 1, 1, 2, 30);     // PAYCALC.CALC -> AUDIT (whole object, icon 20)
-    call(2, 1, 0, 1, 1, 1, 20);     // PAYCALC.MAIN -> ACCTUPD (whole object, icon 52)
-    call(1, 1, 2, 1, 1, 1, 10);     // PAYCALC.MAIN -> own entry CALC
-    call(3, 1, 1, 1, 1, 1, 15, -1); // PAYCALC.MAIN -> CUSTMAINT entry, uncertain
-    call(8, 8, 0, 1, 1, 2, 40);     // PAYCALC.CALC -> object missing from the repository
-    call(1, 1, 2, 1, 1, 2, 35);     // PAYCALC.CALC -> itself (recursion)
-    call(1, 2, 1, 1, 1, 1, 25, 6);  // PAYCALC.MAIN -> RATES, through inheritance
-    call(3, 1, 0, 9, 0, 0, 1);      // package file 9 -> CUSTMAINT
-    call(9, 0, 0, 9, 0, 0, 2);      // package file 9 -> itself
-    call(1, 1, 1, 3, 1, 1, 5);      // CUSTMAINT -> PAYCALC.MAIN
-    call(4, 1, 0, 2, 2, 0, 50);     // AUDIT -> file 4 (system 3, no computer)
+    repo.Insert("QXFILE", "QXFileID, QXSystemID, QXComputerID, QXApplicationID",
+                {{1, 1, 0, 0}, {2, 1, 0, 0}, {3, 2, 5, 6}, {4, 3, 0, 0}, {9, 0, 0, 0}});
+    repo.Insert("QXOBJECT", "QXFileID, QXObjectID, QXIcon",
+                {{1, 1, 20}, {1, 2, 20}, {2, 1, 52}, {2, 2, 20}, {3, 1, 20}});
+    repo.Insert("QXPACKAGE", "QXFileID, QXPackageID, QXObjectFileID, QXObjectID",
+                {{9, 70, 9, 0}, {9, 70, 1, 0}, {5, 80, 1, 1}, {5, 80, 1, 2}});
+    // Calls, loaded out of calling order: the target (file, object, entry),
+    // the caller (file, object, entry, row), what it inherits through.
+    repo.Insert("QXDEPENDENCIES",
+                "QXFileID, QXObjectID, QXEntryID, QXFromFileID, QXFromObjectID, QXFromEntryID, "
+                "QXFromRowID, QXInheritsFileID, QXInheritsObjectID",
+                {{2, 2, 0, 1, 1, 2, 30, 0, 0},   // PAYCALC.CALC -> AUDIT (whole object, icon 20)
+                 {2, 1, 0, 1, 1, 1, 20, 0, 0},   // PAYCALC.MAIN -> ACCTUPD (whole object, icon 52)
+                 {1, 1, 2, 1, 1, 1, 10, 0, 0},   // PAYCALC.MAIN -> own entry CALC
+                 {3, 1, 1, 1, 1, 1, 15, -1, 0},  // PAYCALC.MAIN -> CUSTMAINT entry, uncertain
+                 {8, 8, 0, 1, 1, 2, 40, 0, 0},   // PAYCALC.CALC -> an object not loaded
+                 {1, 1, 2, 1, 1, 2, 35, 0, 0},   // PAYCALC.CALC -> itself (recursion)
+                 {1, 2, 1, 1, 1, 1, 25, 6, 4},   // PAYCALC.MAIN -> RATES, through inheritance
+                 {3, 1, 0, 9, 0, 0, 1, 0, 0},    // package file 9 -> CUSTMAINT
+                 {9, 0, 0, 9, 0, 0, 2, 0, 0},    // package file 9 -> itself
+                 {1, 1, 1, 3, 1, 1, 5, 0, 0},    // CUSTMAINT -> PAYCALC.MAIN
+                 {4, 1, 0, 2, 2, 0, 50, 0, 0}}); // AUDIT -> file 4 (system 3, no computer)
 }
 
 QList<int> FromRows(const TDependencies& list) {
@@ -94,13 +75,11 @@ private slots:
     void anObjectsCallsInCallingOrder() {
         const TQXItem paycalc(1, 0, 0, 0, 0, 1, 0, 0, 0);
         QCOMPARE(Rows(paycalc, 0), (QList<int>{15, 20, 25, 30, 40}));
-        const TDependency inherited = FList[2];
-        QCOMPARE(inherited.FileID, 1);
-        QCOMPARE(inherited.ObjectID, 2);
-        QCOMPARE(inherited.EntryID, 1);
-        QCOMPARE(inherited.InheritsFileID, 6);
-        QCOMPARE(inherited.InheritsObjectID, 4);
-        QCOMPARE(inherited.FromFileID, 1);
+        const TDependency& inherited = FList[2];
+        QCOMPARE((QList<int>{inherited.FileID, inherited.ObjectID, inherited.EntryID,
+                             inherited.InheritsFileID, inherited.InheritsObjectID,
+                             inherited.FromFileID}),
+                 (QList<int>{1, 2, 1, 6, 4, 1}));
         QCOMPARE(FList[0].InheritsFileID, -1);
         // Calls into its own entries only with the option box checked.
         QCOMPARE(Rows(paycalc, 0, true), (QList<int>{10, 15, 20, 25, 30, 35, 40}));

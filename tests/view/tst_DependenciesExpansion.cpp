@@ -9,19 +9,6 @@
 
 namespace {
 
-// One record per row, the values in the order of the columns.
-void Insert(TestRepository& repo, const QString& table, const QString& columns,
-            const QList<QVariantList>& rows) {
-    for (const QVariantList& row : rows) {
-        QStringList values;
-        for (const QVariant& value : row)
-            values << (value.typeId() == QMetaType::Int
-                           ? value.toString()
-                           : "'" + value.toString().replace("'", "''") + "'");
-        repo.Exec("INSERT INTO " + table + " (" + columns + ") VALUES (" + values.join(", ") + ")");
-    }
-}
-
 // Systems ACCOUNTS (1: files 1 PAY.CBL and 5 PGM.CBL), AUDIT (2: file 3
 // CUST.DAT) and BILLING (3: file 2 LIB.CBL). MAIN.START calls ZETA twice,
 // ALPHA's entries INIT and ZAP, BETA, BASE.RUN and MIXIN through ALPHA's
@@ -30,70 +17,70 @@ void Insert(TestRepository& repo, const QString& table, const QString& columns,
 // MAIN -> CALC -> PRINT perform each other. Packages PKGLIB (BETA, BASE) and
 // APKG (BETA) hold called objects, PKGMAIN holds MAIN.
 void BuildEstate(TestRepository& repo) {
-    Insert(repo, "QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName, QXIcon",
-           {{1, 1, "ACCOUNTS", 1}, {2, 1, "AUDIT", 3}, {3, 1, "BILLING", 5}});
-    Insert(repo, "QXFILE", "QXFileID, QXFileName, QXSystemID, QXComputerID, QXApplicationID",
-           {{1, "PAY.CBL", 1, 11, 21},
-            {2, "LIB.CBL", 3, 13, 23},
-            {3, "CUST.DAT", 2, 12, 22},
-            {5, "PGM.CBL", 1, 11, 21}});
-    Insert(repo, "QXOBJECT",
-           "QXFileID, QXObjectID, QXObjectName, QXObjectType, QXIcon, QXObjectIdentifier, "
-           "QXSubObjectParentName",
-           {{1, 1, "MAIN", "Program", 20, "", ""},
-            {1, 2, "ZETA", "Program", 20, "", ""},
-            {1, 3, "ALPHA", "Class", 30, "", "MAIN"},
-            {1, 4, "ICONS", "Program", 20, "", ""},
-            {2, 1, "BETA", "Class", 30, "", ""},
-            {2, 2, "BASE", "Class", 30, "", ""},
-            {2, 3, "MIXIN", "Class", 32, "", ""},
-            {2, 5, "COPYA", "Copy", -1, "COPYA", ""},
-            {2, 6, "COPYA", "Copy", -1, "COPYA", ""}, // a second hidden one: passed over
-            {2, 7, "COPYB", "Copy", -1, "COPYB", ""},
-            {3, 1, "CUSTFILE", "File", 50, "", ""},
-            {3, 2, "COPYA", "Copy", 40, "COPYA", ""},
-            {5, 1, "PGM", "Program", 20, "", ""}});
-    Insert(repo, "QXENTRY", "QXFileID, QXObjectID, QXEntryID, QXEntryName",
-           {{1, 1, 1, "START"},
-            {1, 3, 1, "INIT"},
-            {1, 3, 2, "ZAP"},
-            {2, 2, 1, "RUN"},
-            {3, 1, 1, "READ"},
-            {5, 1, 1, "MAIN"},
-            {5, 1, 2, "CALC"},
-            {5, 1, 3, "PRINT"}});
-    Insert(repo, "QXROW", "QXFileID, QXObjectID, QXEntryID, QXRowID, QXRow, QXCall",
-           {{5, 1, 1, 1, "PERFORM CALC", 1},
-            {5, 1, 1, 2, "DISPLAY X", 0},
-            {5, 1, 2, 3, "PERFORM PRINT", 1},
-            {5, 1, 2, 4, "ADD 1 TO X", 0},
-            {5, 1, 3, 5, "CALL 'LOG'", 1}});
+    repo.Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName, QXIcon",
+                {{1, 1, "ACCOUNTS", 1}, {2, 1, "AUDIT", 3}, {3, 1, "BILLING", 5}});
+    repo.Insert("QXFILE", "QXFileID, QXFileName, QXSystemID, QXComputerID, QXApplicationID",
+                {{1, "PAY.CBL", 1, 11, 21},
+                 {2, "LIB.CBL", 3, 13, 23},
+                 {3, "CUST.DAT", 2, 12, 22},
+                 {5, "PGM.CBL", 1, 11, 21}});
+    repo.Insert("QXOBJECT",
+                "QXFileID, QXObjectID, QXObjectName, QXObjectType, QXIcon, QXObjectIdentifier, "
+                "QXSubObjectParentName",
+                {{1, 1, "MAIN", "Program", 20, "", ""},
+                 {1, 2, "ZETA", "Program", 20, "", ""},
+                 {1, 3, "ALPHA", "Class", 30, "", "MAIN"},
+                 {1, 4, "ICONS", "Program", 20, "", ""},
+                 {2, 1, "BETA", "Class", 30, "", ""},
+                 {2, 2, "BASE", "Class", 30, "", ""},
+                 {2, 3, "MIXIN", "Class", 32, "", ""},
+                 {2, 5, "COPYA", "Copy", -1, "COPYA", ""},
+                 {2, 6, "COPYA", "Copy", -1, "COPYA", ""}, // a second hidden one: passed over
+                 {2, 7, "COPYB", "Copy", -1, "COPYB", ""},
+                 {3, 1, "CUSTFILE", "File", 50, "", ""},
+                 {3, 2, "COPYA", "Copy", 40, "COPYA", ""},
+                 {5, 1, "PGM", "Program", 20, "", ""}});
+    repo.Insert("QXENTRY", "QXFileID, QXObjectID, QXEntryID, QXEntryName",
+                {{1, 1, 1, "START"},
+                 {1, 3, 1, "INIT"},
+                 {1, 3, 2, "ZAP"},
+                 {2, 2, 1, "RUN"},
+                 {3, 1, 1, "READ"},
+                 {5, 1, 1, "MAIN"},
+                 {5, 1, 2, "CALC"},
+                 {5, 1, 3, "PRINT"}});
+    repo.Insert("QXROW", "QXFileID, QXObjectID, QXEntryID, QXRowID, QXRow, QXCall",
+                {{5, 1, 1, 1, "PERFORM CALC", 1},
+                 {5, 1, 1, 2, "DISPLAY X", 0},
+                 {5, 1, 2, 3, "PERFORM PRINT", 1},
+                 {5, 1, 2, 4, "ADD 1 TO X", 0},
+                 {5, 1, 3, 5, "CALL 'LOG'", 1}});
     // Loaded out of calling order.
-    Insert(repo, "QXDEPENDENCIES",
-           "QXFileID, QXObjectID, QXEntryID, QXFromFileID, QXFromObjectID, QXFromEntryID, "
-           "QXFromRowID, QXInheritsFileID, QXInheritsObjectID",
-           {{1, 2, 0, 1, 1, 1, 70, 0, 0}, // MAIN calls ZETA again
-            {2, 3, 0, 1, 1, 1, 50, 1, 3},
-            {1, 3, 1, 1, 1, 1, 20, 0, 0},
-            {1, 3, 2, 1, 1, 1, 25, 0, 0},
-            {3, 1, 0, 1, 1, 1, 60, -1, 0},
-            {2, 2, 1, 1, 1, 1, 30, 1, 3},
-            {1, 2, 0, 1, 1, 1, 10, 0, 0},
-            {2, 1, 0, 1, 1, 1, 40, 0, 0},
-            {2, 1, 0, 1, 2, 0, 100, 0, 0},
-            {1, 1, 0, 2, 1, 0, 200, 0, 0},
-            {2, 2, 1, 3, 1, 1, 300, 2, 1},
-            {2, 5, 0, 1, 4, 0, 400, 0, 0},
-            {2, 7, 0, 1, 4, 0, 410, 0, 0},
-            {5, 1, 2, 5, 1, 1, 1, 0, 0},
-            {5, 1, 3, 5, 1, 2, 3, 0, 0},
-            {1, 2, 0, 2, 5, 0, 500, 0, 0}});
-    Insert(repo, "QXPACKAGE",
-           "QXFileID, QXPackageID, QXPackageName, QXObjectName, QXObjectFileID, QXObjectID",
-           {{6, 60, "PKGMAIN", "MAIN", 1, 1},
-            {9, 90, "PKGLIB", "BASE", 2, 2},
-            {9, 90, "PKGLIB", "BETA", 2, 1},
-            {7, 70, "APKG", "BETA", 2, 1}});
+    repo.Insert("QXDEPENDENCIES",
+                "QXFileID, QXObjectID, QXEntryID, QXFromFileID, QXFromObjectID, QXFromEntryID, "
+                "QXFromRowID, QXInheritsFileID, QXInheritsObjectID",
+                {{1, 2, 0, 1, 1, 1, 70, 0, 0}, // MAIN calls ZETA again
+                 {2, 3, 0, 1, 1, 1, 50, 1, 3},
+                 {1, 3, 1, 1, 1, 1, 20, 0, 0},
+                 {1, 3, 2, 1, 1, 1, 25, 0, 0},
+                 {3, 1, 0, 1, 1, 1, 60, -1, 0},
+                 {2, 2, 1, 1, 1, 1, 30, 1, 3},
+                 {1, 2, 0, 1, 1, 1, 10, 0, 0},
+                 {2, 1, 0, 1, 1, 1, 40, 0, 0},
+                 {2, 1, 0, 1, 2, 0, 100, 0, 0},
+                 {1, 1, 0, 2, 1, 0, 200, 0, 0},
+                 {2, 2, 1, 3, 1, 1, 300, 2, 1},
+                 {2, 5, 0, 1, 4, 0, 400, 0, 0},
+                 {2, 7, 0, 1, 4, 0, 410, 0, 0},
+                 {5, 1, 2, 5, 1, 1, 1, 0, 0},
+                 {5, 1, 3, 5, 1, 2, 3, 0, 0},
+                 {1, 2, 0, 2, 5, 0, 500, 0, 0}});
+    repo.Insert("QXPACKAGE",
+                "QXFileID, QXPackageID, QXPackageName, QXObjectName, QXObjectFileID, QXObjectID",
+                {{6, 60, "PKGMAIN", "MAIN", 1, 1},
+                 {9, 90, "PKGLIB", "BASE", 2, 2},
+                 {9, 90, "PKGLIB", "BETA", 2, 1},
+                 {7, 70, "APKG", "BETA", 2, 1}});
 }
 
 TQXItem Object(int file, int object) {
@@ -116,9 +103,7 @@ class TestDependenciesExpansion : public QObject, protected ViewRepositoryFixtur
         FTree->Clear();
         FContext->Settings.Level = *level::FromName(level);
         FContext->Settings.Option = FView->Option = option;
-        TQXTreeNode* root = FTree->AddRoot(level, std::make_unique<TQXItem>(item), 0);
-        FTree->AddPlaceholder(root);
-        return root;
+        return AddClosed(std::make_unique<TQXItem>(item), 0, nullptr, level);
     }
     TQXTreeNode* Open(TQXTreeNode* node, int direction = 0) {
         FContext->Settings.Direction =
@@ -132,19 +117,6 @@ class TestDependenciesExpansion : public QObject, protected ViewRepositoryFixtur
             if (node->Child(i)->Text() == child)
                 return Open(node->Child(i), direction);
         qFatal("no child %s", qPrintable(child));
-    }
-    static QList<int> Images(const TQXTreeNode* node) {
-        QList<int> images;
-        for (int i = 0; i < node->ChildCount(); ++i)
-            images << node->Child(i)->ImageIndex();
-        return images;
-    }
-    // 1 for a child with a placeholder (or children), 0 for a leaf.
-    static QList<int> Expandable(const TQXTreeNode* node) {
-        QList<int> expandable;
-        for (int i = 0; i < node->ChildCount(); ++i)
-            expandable << (node->Child(i)->ChildCount() > 0 ? 1 : 0);
-        return expandable;
     }
 
 private slots:
@@ -288,17 +260,13 @@ private slots:
         TQXTreeNode* accounts = Open(Root("System", TQXItem(0, 1, 0, 0, 0, 0, 0, 0, 0)));
         QCOMPARE(ChildTexts(accounts), (QStringList{"AUDIT", "BILLING"}));
         QCOMPARE(Images(accounts), (QList<int>{3, 5}));
-        const auto* audit = dynamic_cast<const TQXItem*>(accounts->Child(0)->Item());
-        QCOMPARE(audit->SystemID, 2);
-        QCOMPARE(audit->FileID, 0);
+        QCOMPARE(ItemId(accounts->Child(0)), QString("0,2,0,0,0,0,0,0,0"));
         // Packages of the called objects, found through their names.
         const TQXItem pkgmainItem(6, 0, 0, 0, 60, 0, 0, 0, 0);
         TQXTreeNode* pkgmain = Open(Root("Package", pkgmainItem));
         QCOMPARE(ChildTexts(pkgmain), (QStringList{"APKG", "PKGLIB"}));
         QCOMPARE(Images(pkgmain), (QList<int>{12, 12}));
-        const auto* pkglib = dynamic_cast<const TQXItem*>(pkgmain->Child(1)->Item());
-        QCOMPARE(pkglib->FileID, 9);
-        QCOMPARE(pkglib->PackageID, 90);
+        QCOMPARE(ItemId(pkgmain->Child(1)), QString("9,0,0,0,90,0,0,0,0"));
         // BETA calls MAIN: its packages are the callers.
         QCOMPARE(Images(Open(Root("Package", pkgmainItem), 1)), (QList<int>{13, 13}));
     }

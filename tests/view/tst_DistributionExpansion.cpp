@@ -14,37 +14,47 @@ namespace {
 // 4 BILLING and 5 ORDERS. Files ACCT.CBL, ACCT.CPY and BATCH.PKG belong to
 // BILLING, ORD.CBL to ORDERS, TOOLS.CBL only to HOST1, GATE.CBL to GATEWAY.
 void BuildEstate(TestRepository& repo) {
-    repo.Exec("INSERT INTO QXATTRIBUTE (QXAttributeID, QXAttributeType, QXAttributeName, QXIcon) "
-              "VALUES (1, 1, 'NORTH', 1), (2, 2, 'HOST1', 2), (3, 2, 'GATEWAY', 49), "
-              "(4, 3, 'BILLING', 9), (5, 3, 'ORDERS', 9)");
-    repo.Exec("INSERT INTO QXFILE (QXFileID, QXFileName, QXSystemID, QXComputerID, "
-              "QXApplicationID) VALUES (1, 'ACCT.CBL', 1, 2, 4), (2, 'ACCT.CPY', 1, 2, 4), "
-              "(3, 'ORD.CBL', 1, 2, 5), (4, 'TOOLS.CBL', 1, 2, 0), (5, 'GATE.CBL', 1, 3, 0), "
-              "(6, 'BATCH.PKG', 1, 2, 4)");
+    repo.Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName, QXIcon",
+                {{1, 1, "NORTH", 1},
+                 {2, 2, "HOST1", 2},
+                 {3, 2, "GATEWAY", 49},
+                 {4, 3, "BILLING", 9},
+                 {5, 3, "ORDERS", 9}});
+    repo.Insert("QXFILE", "QXFileID, QXFileName, QXSystemID, QXComputerID, QXApplicationID",
+                {{1, "ACCT.CBL", 1, 2, 4},
+                 {2, "ACCT.CPY", 1, 2, 4},
+                 {3, "ORD.CBL", 1, 2, 5},
+                 {4, "TOOLS.CBL", 1, 2, 0},
+                 {5, "GATE.CBL", 1, 3, 0},
+                 {6, "BATCH.PKG", 1, 2, 4}});
     // ACCT (1,2) is a hidden part of ACCT (1,1); GHOST has no visible object;
     // ACCTREC's enclosing object ACCT is in ACCT.CBL.
-    repo.Exec(
-        "INSERT INTO QXOBJECT (QXFileID, QXObjectID, QXObjectName, QXObjectIdentifier, "
-        "QXObjectType, QXIcon, QXSubObjectParentName, QXInPackage) VALUES "
-        "(1, 1, 'ACCT', 'ACCT', 'Program', 52, '', 1), (1, 2, 'ACCT', 'ACCT', 'Copy', -1, '', 0), "
-        "(1, 3, 'ACCTSUB', 'ACCTSUB', 'Copy', 54, 'ACCT', 0), "
-        "(1, 4, 'ACCTFILE', 'ACCTFILE', 'Copy', 50, '', 0), "
-        "(2, 1, 'ACCTREC', 'ACCTREC', 'Copy', 54, 'ACCT', 0), "
-        "(3, 1, 'ORDMAIN', 'ORDMAIN', 'Program', 52, '', 0), "
-        "(3, 2, 'GHOST', 'GHOST', 'Copy', -1, '', 0), "
-        "(4, 1, 'TOOLPGM', 'TOOLPGM', 'Program', 52, '', 0), "
-        "(5, 1, 'GATEPGM', 'GATEPGM', 'Program', 52, '', 0)");
-    repo.Exec("INSERT INTO QXENTRY (QXFileID, QXObjectID, QXEntryID, QXEntryName) VALUES "
-              "(1, 1, 1, 'MAIN'), (1, 2, 1, 'HIDDEN'), (3, 2, 1, 'HAUNT')");
-    repo.Exec("INSERT INTO QXROW (QXFileID, QXObjectID, QXEntryID, QXRowID, QXRow) VALUES "
-              "(1, 1, 1, 1, 'MOVE 1 TO ZED'), (1, 1, 1, 2, 'ADD 1 TO ALPHA')");
-    repo.Exec("INSERT INTO QXWORD (QXFileID, QXObjectID, QXEntryID, QXRowID, QXWordID, QXWord, "
-              "QXWordType, QXObjectIdentifier) VALUES (1, 1, 1, 1, 1, 'ZED', 1011, 'PIC X'), "
-              "(1, 1, 1, 2, 1, 'ALPHA', 1011, 'PIC X')");
+    repo.Insert("QXOBJECT",
+                "QXFileID, QXObjectID, QXObjectName, QXObjectIdentifier, QXObjectType, QXIcon, "
+                "QXSubObjectParentName, QXInPackage",
+                {{1, 1, "ACCT", "ACCT", "Program", 52, "", 1},
+                 {1, 2, "ACCT", "ACCT", "Copy", -1, "", 0},
+                 {1, 3, "ACCTSUB", "ACCTSUB", "Copy", 54, "ACCT", 0},
+                 {1, 4, "ACCTFILE", "ACCTFILE", "Copy", 50, "", 0},
+                 {2, 1, "ACCTREC", "ACCTREC", "Copy", 54, "ACCT", 0},
+                 {3, 1, "ORDMAIN", "ORDMAIN", "Program", 52, "", 0},
+                 {3, 2, "GHOST", "GHOST", "Copy", -1, "", 0},
+                 {4, 1, "TOOLPGM", "TOOLPGM", "Program", 52, "", 0},
+                 {5, 1, "GATEPGM", "GATEPGM", "Program", 52, "", 0}});
+    repo.Insert("QXENTRY", "QXFileID, QXObjectID, QXEntryID, QXEntryName",
+                {{1, 1, 1, "MAIN"}, {1, 2, 1, "HIDDEN"}, {3, 2, 1, "HAUNT"}});
+    repo.Insert("QXROW", "QXFileID, QXObjectID, QXEntryID, QXRowID, QXRow",
+                {{1, 1, 1, 1, "MOVE 1 TO ZED"}, {1, 1, 1, 2, "ADD 1 TO ALPHA"}});
+    repo.Insert("QXWORD",
+                "QXFileID, QXObjectID, QXEntryID, QXRowID, QXWordID, QXWord, QXWordType, "
+                "QXObjectIdentifier",
+                {{1, 1, 1, 1, 1, "ZED", 1011, "PIC X"}, {1, 1, 1, 2, 1, "ALPHA", 1011, "PIC X"}});
     // Package 10 in BATCH.PKG: ACCT, ACCTFILE (icon 50) and a member never loaded.
-    repo.Exec("INSERT INTO QXPACKAGE (QXFileID, QXPackageID, QXPackageName, QXObjectName, "
-              "QXObjectFileID, QXObjectID) VALUES (6, 10, 'BATCHPKG', 'ACCT', 1, 1), "
-              "(6, 10, 'BATCHPKG', 'LOSTPGM', 9, 9), (6, 10, 'BATCHPKG', 'ACCTFILE', 1, 4)");
+    repo.Insert("QXPACKAGE",
+                "QXFileID, QXPackageID, QXPackageName, QXObjectName, QXObjectFileID, QXObjectID",
+                {{6, 10, "BATCHPKG", "ACCT", 1, 1},
+                 {6, 10, "BATCHPKG", "LOSTPGM", 9, 9},
+                 {6, 10, "BATCHPKG", "ACCTFILE", 1, 4}});
 }
 
 std::unique_ptr<TQXItem> Item(qint32 f, qint32 s, qint32 c, qint32 a, qint32 p, qint32 o = 0,
@@ -73,20 +83,14 @@ class TestDistributionExpansion : public QObject, protected ViewRepositoryFixtur
             SettingsFor(FLevel, direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp),
             {}};
     }
-
-    // A node as the root-item listing leaves it: an item and a placeholder.
     TQXTreeNode* Root(std::unique_ptr<TQXItem> item, int image = 2, TQXTreeNode* parent = nullptr) {
-        TQXTreeNode* node = FTree->AddChild(parent, QStringLiteral("node"), std::move(item), image);
-        FTree->AddPlaceholder(node);
-        return node;
+        return AddClosed(std::move(item), image, parent);
     }
     QStringList Expand(TQXTreeNode* node, int direction) {
         TQXExpansionContext context = Context(direction);
         TQXDistributionExpander(context).Expand(node);
         return ChildTexts(node);
     }
-    static const TQXItem* ItemOf(const TQXTreeNode* node) { return node->ItemAs<TQXItem>(); }
-    static bool Expandable(const TQXTreeNode* node) { return node->ChildCount() > 0; }
 
 private slots:
     void initTestCase() {
@@ -104,9 +108,9 @@ private slots:
         QCOMPARE(Expand(package, 0),
                  (QStringList{"ACCT [Program]", "LOSTPGM [source not loaded]"}));
         TQXTreeNode* lost = package->Child(1);
-        QCOMPARE(lost->ImageIndex(), -1);
-        QCOMPARE(ItemOf(lost)->FileID, 0);
-        QVERIFY(Expandable(lost));
+        QCOMPARE(Images(package), (QList<int>{52, -1}));
+        QCOMPARE(Expandable(package), (QList<int>{1, 1}));
+        QCOMPARE(ItemId(lost), QString("0,0,0,0,0,0,0,0,0"));
         QVERIFY(Expand(lost, 0).isEmpty());
         // BottomUp a package shows the application of its file.
         QCOMPARE(Expand(Root(Item(6, 0, 0, 0, 10), 13), 1), QStringList{"BILLING"});
@@ -116,30 +120,28 @@ private slots:
         TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
         // Sorted; no object of another application, in a package, hidden or icon 50.
         QCOMPARE(Expand(billing, 0), (QStringList{"ACCTREC [Copy]", "ACCTSUB [Copy]", "BATCHPKG"}));
-        QCOMPARE(billing->Child(2)->ImageIndex(), 12);
-        QCOMPARE(ItemOf(billing->Child(2))->PackageID, 10);
-        QVERIFY(Expandable(billing->Child(0)));
+        QCOMPARE(Images(billing).last(), 12);
+        QCOMPARE(ItemId(billing->Child(2)), QString("6,0,0,0,10,0,0,0,0"));
+        QCOMPARE(Expandable(billing), (QList<int>{1, 1, 1}));
         // A computer shown among applications lists the objects of its files.
         QCOMPARE(Expand(Root(Item(0, 0, 3, 0, 0), 49), 0), QStringList{"GATEPGM [Program]"});
         QCOMPARE(Expand(Root(Item(0, 0, 3, 0, 0), 49), 1), QStringList{"NORTH"});
     }
 
-    void objectContainers() {
+    void containersOfObjects() {
         QCOMPARE(Expand(Root(Object(1, 1)), 1), QStringList{"BATCHPKG"});
         QCOMPARE(Expand(Root(Object(3, 1)), 1), QStringList{"ORDERS"});
         // Without an application, only a computer with icon 49 is shown.
         TQXTreeNode* gate = Root(Object(5, 1));
         QCOMPARE(Expand(gate, 1), QStringList{"GATEWAY"});
-        QCOMPARE(gate->Child(0)->ImageIndex(), 49);
+        QCOMPARE(Images(gate), QList<int>{49});
         QVERIFY(Expand(Root(Object(4, 1)), 1).isEmpty());
-    }
-
-    void enclosingObjectOfSubObject() {
-        // In a sibling file with the same base name, with the object's own icon.
+        // A sub-object's enclosing object, in a sibling file with the same
+        // base name, with the object's own icon.
         TQXTreeNode* record = Root(Object(2, 1));
         QCOMPARE(Expand(record, 1), QStringList{"ACCT [Program]"});
-        QCOMPARE(record->Child(0)->ImageIndex(), 52);
-        QCOMPARE(ItemOf(record->Child(0))->FileID, 1);
+        QCOMPARE(Images(record), QList<int>{52});
+        QCOMPARE(ItemId(record->Child(0)), QString("1,0,0,0,0,1,0,0,0"));
         QCOMPARE(Expand(Root(Object(1, 3)), 1), QStringList{"ACCT [Program]"});
     }
 
@@ -147,33 +149,31 @@ private slots:
         QCOMPARE(Expand(Root(Item(0, 0, 2, 0, 0)), 0), (QStringList{"BILLING", "ORDERS"}));
         TQXTreeNode* north = Root(Item(0, 1, 0, 0, 0), 1);
         QCOMPARE(Expand(north, 0), (QStringList{"GATEWAY", "HOST1"}));
-        QCOMPARE(ItemOf(north->Child(0))->ComputerID, 3);
+        QCOMPARE(ItemId(north->Child(0)), QString("0,0,3,0,0,0,0,0,0"));
         QVERIFY(Expand(Root(Item(0, 1, 0, 0, 0), 1), 1).isEmpty());
         // BottomUp the containment ends at the system: nothing to open there.
         TQXTreeNode* host = Root(Item(0, 0, 2, 0, 0));
         QCOMPARE(Expand(host, 1), QStringList{"NORTH"});
-        QVERIFY(!Expandable(host->Child(0)));
+        QCOMPARE(Expandable(host), QList<int>{0});
         TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
         QCOMPARE(Expand(billing, 1), QStringList{"HOST1"});
-        QVERIFY(Expandable(billing->Child(0)));
+        QCOMPARE(Expandable(billing), QList<int>{1});
     }
 
     void hiddenPartsShowTheirVisibleObject() {
         TQXTreeNode* hidden = Root(Item(1, 0, 0, 0, 0, 2, 1));
         QCOMPARE(Expand(hidden, 1), QStringList{"ACCT [Program]"});
-        QCOMPARE(hidden->Child(0)->ImageIndex(), 53);
-        QCOMPARE(ItemOf(hidden->Child(0))->ObjectID, 1);
+        QCOMPARE(Images(hidden), QList<int>{53});
+        QCOMPARE(ItemId(hidden->Child(0)), QString("1,0,0,0,0,1,0,0,0"));
         // Without a visible object the expansion ends with nothing.
-        TQXTreeNode* ghost = Root(Item(3, 0, 0, 0, 0, 2, 1));
-        QVERIFY(Expand(ghost, 1).isEmpty());
-        QCOMPARE(ghost->ChildCount(), 0);
+        QVERIFY(Expand(Root(Item(3, 0, 0, 0, 0, 2, 1)), 1).isEmpty());
     }
 
     void rootLinesAndEntries() {
         FLevel = TQXLevel::Code;
         TQXTreeNode* line = Root(Item(1, 0, 0, 0, 0, 1, 1, 2), 0);
         QCOMPARE(Expand(line, 1), QStringList{"MAIN [ACCT]"});
-        QCOMPARE(line->Child(0)->ImageIndex(), 32);
+        QCOMPARE(Images(line), QList<int>{32});
         QVERIFY(Expand(Root(Item(1, 0, 0, 0, 0, 1, 1, 2), 0), 0).isEmpty());
         // A line of a hidden part outside entries shows the visible object.
         QCOMPARE(Expand(Root(Item(1, 0, 0, 0, 0, 2, 0, 5), 0), 1), QStringList{"ACCT [Program]"});
@@ -182,37 +182,34 @@ private slots:
         TQXTreeNode* main = Root(Item(1, 0, 0, 0, 0, 1, 1), 29);
         QCOMPARE(Expand(main, 0), (QStringList{" ZED as PIC X", " ALPHA as PIC X", "MOVE 1 TO ZED",
                                                "ADD 1 TO ALPHA"}));
-        QCOMPARE(main->Child(0)->ImageIndex(), 35);
-        QVERIFY(!Expandable(main->Child(0)) && !Expandable(main->Child(3)));
+        QCOMPARE(Images(main).first(), 35);
+        QCOMPARE(Expandable(main), (QList<int>{0, 0, 0, 0}));
     }
 
     void aRepeatedItemEndsThePath() {
         TQXTreeNode* orders = Root(Item(0, 0, 0, 5, 0), 9);
         TQXTreeNode* program = Root(Object(3, 1), 53, orders);
         QCOMPARE(Expand(program, 1), QStringList{"ORDERS !!! Recursive Track from here !!!"});
-        QVERIFY(!Expandable(program->Child(0)));
+        QCOMPARE(Expandable(program), QList<int>{0});
         TQXTreeNode* free = Root(Object(3, 1), 53);
         QCOMPARE(Expand(free, 1), QStringList{"ORDERS"});
-        QVERIFY(Expandable(free->Child(0)));
+        QCOMPARE(Expandable(free), QList<int>{1});
     }
 
     void aNodeIsExpandedOnce() {
         TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
         Expand(billing, 0);
         QCOMPARE(Expand(billing, 0).size(), 3);
-
         // Opened through the tree itself; collapsing keeps the children.
         TQXExpansionContext context = Context();
         TQXDistributionExpander expander(context);
         connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
                 [&](TQXTreeNode* node) { expander.Expand(node); });
         TQXTreeNode* host = Root(Item(0, 0, 2, 0, 0));
-        host->SetExpanded(true);
-        QCOMPARE(host->ChildCount(), 2);
-        host->SetExpanded(false);
-        QCOMPARE(host->ChildCount(), 2);
-        host->SetExpanded(true);
-        QCOMPARE(host->ChildCount(), 2);
+        for (bool expanded : {true, false, true}) {
+            host->SetExpanded(expanded);
+            QCOMPARE(host->ChildCount(), 2);
+        }
         FTree->disconnect(this);
     }
 };

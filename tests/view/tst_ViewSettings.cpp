@@ -17,10 +17,6 @@ namespace {
 const QString ClickRefresh =
     "  *** Click Refresh or choose View/Refresh on the Main Menu for Result ***";
 
-bool Checked(const TQXView& view, const char* item) {
-    return view.mnuView.FindItem(item)->isChecked();
-}
-
 void SetViewBy(TQXView& view, bool dependencies, bool topDown, const QString& level) {
     (dependencies ? view.rbDependencies : view.rbDistribution)->setChecked(true);
     (topDown ? view.rbTopDown : view.rbBottomUp)->setChecked(true);
@@ -75,43 +71,39 @@ private slots:
         }
     }
 
-    void radioButtonsUpdateMenusHintAndTree() {
+    // A type or direction chosen by radio button or menu item checks the
+    // other, sets the hint and asks for a refresh.
+    void typeAndDirectionKeepButtonsAndMenuInStep_data() {
+        QTest::addColumn<bool>("byMenu");
+        QTest::newRow("radio buttons") << false;
+        QTest::newRow("menu") << true;
+    }
+    void typeAndDirectionKeepButtonsAndMenuInStep() {
+        QFETCH(bool, byMenu);
         ViewFixture f;
         const auto view = f.MakeView();
-        view->tvMain->AddRoot("PAYCALC");
-        QTest::mouseClick(view->rbDependencies, Qt::LeftButton);
-        QVERIFY(Checked(*view, "Dependencies1"));
-        QVERIFY(!Checked(*view, "Distribution1"));
+        auto choose = [&](QRadioButton* button, const char* item) {
+            view->tvMain->Clear();
+            view->tvMain->AddRoot("PAYCALC");
+            if (byMenu)
+                view->mnuView.FindItem(item)->trigger();
+            else
+                QTest::mouseClick(button, Qt::LeftButton);
+        };
+        choose(view->rbDependencies, "Dependencies1");
+        QVERIFY(view->rbDependencies->isChecked());
+        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "System1"}));
         QCOMPARE(view->lblUserHint->text(), QString("View: System uses System(s)"));
         QCOMPARE(RootTexts(*view->tvMain), QStringList({ClickRefresh}));
         QCOMPARE(view->tvMain->PopupMenu(), nullptr);
+        // Choosing the checked one again changes nothing.
+        choose(view->rbDependencies, "Dependencies1");
+        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "System1"}));
+        QCOMPARE(RootTexts(*view->tvMain), QStringList({"PAYCALC"}));
 
-        QTest::mouseClick(view->rbBottomUp, Qt::LeftButton);
-        QVERIFY(Checked(*view, "BottomUp1"));
-        QVERIFY(!Checked(*view, "TopDown1"));
-        QCOMPARE(view->lblUserHint->text(), QString("View: System is used by System(s)"));
-    }
-
-    void menuChoiceOfTypeOrDirectionChecksTheRadioButton() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->tvMain->AddRoot("PAYCALC");
-        view->mnuView.FindItem("Dependencies1")->trigger();
-        QVERIFY(view->rbDependencies->isChecked());
-        QVERIFY(Checked(*view, "Dependencies1"));
-        QVERIFY(!Checked(*view, "Distribution1"));
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({ClickRefresh}));
-
-        // Choosing the checked item again changes nothing.
-        view->tvMain->Clear();
-        view->mnuView.FindItem("Dependencies1")->trigger();
-        QVERIFY(Checked(*view, "Dependencies1"));
-        QVERIFY(view->rbDependencies->isChecked());
-        QCOMPARE(view->tvMain->RootCount(), 0);
-
-        view->mnuView.FindItem("BottomUp1")->trigger();
+        choose(view->rbBottomUp, "BottomUp1");
         QVERIFY(view->rbBottomUp->isChecked());
-        QVERIFY(!Checked(*view, "TopDown1"));
+        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "BottomUp1", "System1"}));
         QCOMPARE(view->lblUserHint->text(), QString("View: System is used by System(s)"));
     }
 
@@ -119,17 +111,13 @@ private slots:
         ViewFixture f;
         const auto view = f.MakeView();
         view->tvMain->AddRoot("PAYCALC");
-        view->mnuView.FindItem("Entry1")->trigger();
-        QCOMPARE(view->cbViewBy->currentText(), QString("Entry"));
+        for (int twice = 0; twice < 2; ++twice) { // the second time it is checked already
+            view->mnuView.FindItem("Entry1")->trigger();
+            QCOMPARE(view->cbViewBy->currentText(), QString("Entry"));
+            QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "Entry1"}));
+        }
         QCOMPARE(view->lblUserHint->text(), QString("View: Entry contains"));
         QCOMPARE(RootTexts(*view->tvMain), QStringList({"PAYCALC"}));
-        QVERIFY(Checked(*view, "Entry1"));
-        for (const char* other :
-             {"System1", "Computer1", "Application1", "Package1", "Object1", "Code1", "Data1"})
-            QVERIFY2(!Checked(*view, other), other);
-        view->mnuView.FindItem("Entry1")->trigger(); // already checked: stays so
-        QVERIFY(Checked(*view, "Entry1"));
-        QCOMPARE(view->cbViewBy->currentText(), QString("Entry"));
     }
 
     void comboChoiceSetsTheOptionBox() {
@@ -144,7 +132,7 @@ private slots:
         QCOMPARE(view->lblOption->text(), QString("Show Entrys sequentially"));
         QCOMPARE(view->lblUserHint->text(),
                  QString("View: Entrys in order of execution, call TO other Entry(s)"));
-        QVERIFY(Checked(*view, "Entry1"));
+        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "Entry1"}));
         QCOMPARE(RootTexts(*view->tvMain), QStringList({ClickRefresh}));
 
         QTest::keyClick(view->cbViewBy, Qt::Key_Up); // back to Object
@@ -193,68 +181,53 @@ private slots:
     void syncFollowsTheControls() {
         ViewFixture f;
         const auto view = f.MakeView();
+        QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "System1"}));
         for (QObject* control : std::initializer_list<QObject*>{view->rbDependencies,
                                                                 view->rbBottomUp, view->cbViewBy})
             control->blockSignals(true);
         view->rbDependencies->setChecked(true);
         view->rbBottomUp->setChecked(true);
         view->cbViewBy->setCurrentIndex(6);
-        QVERIFY(Checked(*view, "Distribution1"));
+        QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "System1"}));
         view->SyncMenuItems();
-        QVERIFY(Checked(*view, "Dependencies1"));
-        QVERIFY(!Checked(*view, "Distribution1"));
-        QVERIFY(Checked(*view, "BottomUp1"));
-        QVERIFY(!Checked(*view, "TopDown1"));
-        QVERIFY(Checked(*view, "Code1"));
-        QVERIFY(!Checked(*view, "System1"));
+        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "BottomUp1", "Code1"}));
     }
 
+    // Switching windows does not leave the box: nothing is checked then.
     void limitBoxIsCheckedWhenLeft_data() {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("message");
-        QTest::newRow("leading zeros") << "007"
-                                       << "7"
-                                       << "";
-        QTest::newRow("blanks") << " 250"
-                                << "250"
-                                << "";
-        QTest::newRow("not a number") << "abc"
-                                      << "abc"
-                                      << "'abc' is not a valid integer value";
-        QTest::newRow("fraction") << "1.5"
-                                  << "1.5"
-                                  << "'1.5' is not a valid integer value";
-        QTest::newRow("zero") << "000"
-                              << "0"
-                              << "Limit must be greater than 0";
-        QTest::newRow("negative") << "-5"
-                                  << "-5"
-                                  << "Limit must be greater than 0";
+        QTest::addColumn<bool>("switchingWindows");
+        auto row = [](const char* name, const char* typed, const char* shown, const char* message,
+                      bool switchingWindows = false) {
+            QTest::newRow(name) << QString(typed) << QString(shown) << QString(message)
+                                << switchingWindows;
+        };
+        row("leading zeros", "007", "7", "");
+        row("blanks", " 250", "250", "");
+        row("not a number", "abc", "abc", "'abc' is not a valid integer value");
+        row("fraction", "1.5", "1.5", "'1.5' is not a valid integer value");
+        row("zero", "000", "0", "Limit must be greater than 0");
+        row("negative", "-5", "-5", "Limit must be greater than 0");
+        row("switching windows", "x", "x", "", true);
     }
     void limitBoxIsCheckedWhenLeft() {
         QFETCH(QString, typed);
         QFETCH(QString, shown);
         QFETCH(QString, message);
+        QFETCH(bool, switchingWindows);
         ViewFixture f;
         const auto view = f.MakeView();
         view->cbRefreshView->setFocus();
         view->tbRootItemLimit->setText(typed);
-        QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+        QFocusEvent leave(QEvent::FocusOut,
+                          switchingWindows ? Qt::ActiveWindowFocusReason : Qt::TabFocusReason);
         QApplication::sendEvent(view->tbRootItemLimit, &leave);
         QCOMPARE(view->tbRootItemLimit->text(), shown);
         QCOMPARE(f.Ui.Messages(), message.isEmpty() ? QStringList() : QStringList({message}));
         // A rejected limit takes the focus back.
         QCOMPARE(view->focusWidget() == view->tbRootItemLimit, !message.isEmpty());
-    }
-
-    void switchingWindowsDoesNotLeaveTheLimitBox() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->tbRootItemLimit->setText("x");
-        QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-        QApplication::sendEvent(view->tbRootItemLimit, &away);
-        QVERIFY(f.Ui.Messages().isEmpty());
     }
 };
 

@@ -2,7 +2,6 @@
 // marker nodes and popup rule, expansion dispatch, and the destructor.
 #include "ViewFixture.h"
 
-#include "host/FormRegistry.h"
 #include "repository/Errors.h"
 #include "sqlaccess/SqlDataAccess.h"
 #include "support/TestRepository.h"
@@ -45,10 +44,6 @@ QStringList MenuNames(const TQXMainMenu& menu) {
     return names;
 }
 
-void ChooseLevel(TQXView& view, const QString& level) {
-    view.cbViewBy->setCurrentIndex(view.cbViewBy->findText(level));
-}
-
 } // namespace
 
 class TestViewWindow : public QObject {
@@ -72,11 +67,9 @@ private slots:
             levels << view->cbViewBy->itemText(i);
         QCOMPARE(levels, QStringList({"System", "Computer", "Application", "Package", "Object",
                                       "Entry", "Code", "Data"}));
-        QCOMPARE(view->Settings().Level, TQXLevel::System);
         QCOMPARE(view->tbRootItemLimit->text(), QString("100"));
         QVERIFY(view->cbOption->isHidden());
         QVERIFY(view->lblOption->isHidden());
-        QVERIFY(!view->cbOption->isChecked());
         QCOMPARE(view->cbRefreshView->text(), QString("Refresh"));
         QCOMPARE(view->lblUserHint->text(), QString("View: System contains"));
         QVERIFY(view->lblUserHint->font().bold());
@@ -87,11 +80,6 @@ private slots:
         QCOMPARE(view->tvMain->font().family(), QString("DejaVu Sans Mono"));
         QCOMPARE(view->tvMain->font().pointSize(), 13);
         QVERIFY(!view->AskBeforeClosing());
-        QCOMPARE(view->imgIcons, view->ImageList());
-        QVERIFY(view->mnuView.FindItem("Distribution1")->isChecked());
-        QVERIFY(view->mnuView.FindItem("TopDown1")->isChecked());
-        QVERIFY(view->mnuView.FindItem("System1")->isChecked());
-        QVERIFY(!view->mnuView.FindItem("Entry1")->isChecked());
     }
 
     void viewMenuIsMergedWithTheBaseMenu() {
@@ -99,7 +87,6 @@ private slots:
         const auto view = f.MakeView();
         QCOMPARE(MenuNames(view->mnuView),
                  QStringList({"File1", "Edit1", "View1", "Filter1", "Tracks1", "Window1"}));
-        QCOMPARE(&view->FormMenu(), &view->mnuView);
         for (const char* name : {"View1", "Filter1", "Tracks1", "Refresh1", "SetFilter1",
                                  "ClearFilter1", "AutoCompleteTrack1", "AddTrack1", "N7"})
             QCOMPARE(TQXMainMenu::GroupIndex(view->mnuView.FindItem(name)), 40);
@@ -137,14 +124,6 @@ private slots:
             QVERIFY2(e.Message().startsWith("TQXView.Create: "), qPrintable(e.Message()));
             QVERIFY(e.Message().endsWith(QChar('\r')));
         }
-    }
-
-    void hostCreatesTheViewByName() {
-        ViewFixture f;
-        const auto form =
-            TQXFormRegistry::Create("TQXView", nullptr, 2, &f.Host, "View 2", "Estate", "");
-        QVERIFY(qobject_cast<TQXView*>(form.get()));
-        QCOMPARE(form->DocumentName(), QString("View 2"));
     }
 
     void connectionFailureShowsMessageAndMarker() {
@@ -190,103 +169,79 @@ private slots:
         QCOMPARE(f.Fake->EndRefreshCalls, 0);
     }
 
-    void reconnectingClosesTheTablesFirst() {
+    void tablesAreClosedBeforeReconnectingAndAtTheEnd() {
         ViewFixture f;
-        const auto view = f.MakeView();
+        auto view = f.MakeView();
         view->ConnectToDB();
         QCOMPARE(f.Fake->CloseTablesCalls, 0);
         view->ConnectToDB();
         QCOMPARE(f.Fake->CloseTablesCalls, 1);
         QCOMPARE(view->DataAccess(), f.Fake); // the host's object for the name
+        view.reset();
+        QCOMPARE(f.Fake->CloseTablesCalls, 2);
+
+        auto failing = f.MakeView();
+        failing->ConnectToDB();
+        f.Fake->FailCloseTables = true;
+        failing.reset(); // the error is ignored
+        QCOMPARE(f.Fake->CloseTablesCalls, 3);
+        QVERIFY(f.Ui.Errors().isEmpty());
     }
 
-    void emptyRepositoryShowsOnlyItsMarker_data() {
-        QTest::addColumn<bool>("dependencies");
-        QTest::addColumn<QString>("level");
-        QTest::newRow("Distribution System") << false << "System";
-        QTest::newRow("Dependencies Data") << true << "Data";
-        QTest::newRow("Distribution Code") << false << "Code";
-    }
-    void emptyRepositoryShowsOnlyItsMarker() {
-        QFETCH(bool, dependencies);
-        QFETCH(QString, level);
-        ViewFixture f;
-        f.HasFiles = false;
-        const auto view = f.MakeView();
-        view->rbDependencies->setChecked(dependencies);
-        ChooseLevel(*view, level);
-        view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({EmptyMarker}));
-        QCOMPARE(view->tvMain->PopupMenu(), nullptr);
-        QCOMPARE(f.Fake->Selected, QStringList({"QXFILE:"}));
-        QCOMPARE(f.Fake->EndRefreshCalls, 1);
-    }
-
-    void noHitsMarkers_data() {
+    // The marker nodes a refresh without root items leaves, and what it read.
+    void markers_data() {
+        QTest::addColumn<bool>("hasFiles");
         QTest::addColumn<bool>("dependencies");
         QTest::addColumn<QString>("level");
         QTest::addColumn<QStringList>("roots");
+        QTest::addColumn<bool>("filterOn");
+        QTest::addColumn<int>("conditions");
+        auto row = [](const QString& name, bool hasFiles, bool dependencies, const QString& level,
+                      const QStringList& roots, bool filterOn = false, int conditions = 0) {
+            QTest::newRow(qPrintable(name))
+                << hasFiles << dependencies << level << roots << filterOn << conditions;
+        };
         const QString none = "  *** No Hits on %1 ***";
-        for (const char* level : {"System", "Computer", "Application"})
-            QTest::addRow("%s", level)
-                << false << level << QStringList({none.arg(level), QString(), LoadAdvice});
-        QTest::newRow("Dependencies Application")
-            << true << "Application"
-            << QStringList({none.arg("Application"), QString(), LoadAdvice});
-        for (const char* level : {"Package", "Object", "Entry", "Code", "Data"})
-            QTest::addRow("%s", level) << false << level << QStringList({none.arg(level)});
-        QTest::newRow("Dependencies Code") << true << "Code" << QStringList({none.arg("Code")});
+        const QString filtered = "  *** No Hits with current Filter Settings ***";
+        row("empty, Distribution System", false, false, "System", {EmptyMarker});
+        row("empty, Dependencies Data", false, true, "Data", {EmptyMarker});
+        row("empty, Distribution Code", false, false, "Code", {EmptyMarker});
+        for (const QString level : {"System", "Computer", "Application"})
+            row(level, true, false, level, {none.arg(level), QString(), LoadAdvice});
+        row("Dependencies Application", true, true, "Application",
+            {none.arg("Application"), QString(), LoadAdvice});
+        for (const QString level : {"Package", "Object", "Entry", "Code", "Data"})
+            row(level, true, false, level, {none.arg(level)});
+        row("Dependencies Code", true, true, "Code", {none.arg("Code")});
+        row("Dependencies Data", true, true, "Data",
+            {"  *** Dependencies for Data is not available in this version of Korvane ***"});
+        row("filter on, with conditions", true, false, "Object", {filtered}, true, 2);
+        row("filter on, empty where clause", true, false, "Object", {none.arg("Object")}, true, 0);
+        row("filter off, with conditions", true, false, "Object", {none.arg("Object")}, false, 2);
     }
-    void noHitsMarkers() {
+    void markers() {
+        QFETCH(bool, hasFiles);
         QFETCH(bool, dependencies);
         QFETCH(QString, level);
         QFETCH(QStringList, roots);
+        QFETCH(bool, filterOn);
+        QFETCH(int, conditions);
         ViewFixture f;
-        const auto view = f.MakeView();
+        f.HasFiles = hasFiles;
+        const auto view = f.MakeView<FilteredView>();
+        view->Conditions = conditions;
+        view->rbFilterOn->setChecked(filterOn);
         view->rbDependencies->setChecked(dependencies);
-        ChooseLevel(*view, level);
+        view->cbViewBy->setCurrentIndex(view->cbViewBy->findText(level));
         view->RefreshContent(nullptr, nullptr, QString());
         QCOMPARE(RootTexts(*view->tvMain), roots);
         QCOMPARE(view->tvMain->PopupMenu(), nullptr);
         QVERIFY(f.Ui.Messages().isEmpty());
-    }
-
-    void dependenciesForDataHasItsOwnMarker() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->rbDependencies->setChecked(true);
-        ChooseLevel(*view, "Data");
-        view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(RootTexts(*view->tvMain),
-                 QStringList({"  *** Dependencies for Data is not available in this version of "
-                              "Korvane ***"}));
-        QCOMPARE(view->tvMain->PopupMenu(), nullptr);
-        // No root items are looked for: QXFILE is the only table read.
-        QCOMPARE(f.Fake->Selected, QStringList({"QXFILE:"}));
-    }
-
-    void filterMarkerNeedsAFilterWithConditions_data() {
-        QTest::addColumn<bool>("filterOn");
-        QTest::addColumn<int>("conditions");
-        QTest::addColumn<QString>("first");
-        const QString filterMarker = "  *** No Hits with current Filter Settings ***";
-        const QString noHits = "  *** No Hits on Object ***";
-        QTest::newRow("on, with conditions") << true << 2 << filterMarker;
-        QTest::newRow("on, empty where clause") << true << 0 << noHits;
-        QTest::newRow("off, with conditions") << false << 2 << noHits;
-    }
-    void filterMarkerNeedsAFilterWithConditions() {
-        QFETCH(bool, filterOn);
-        QFETCH(int, conditions);
-        QFETCH(QString, first);
-        ViewFixture f;
-        const auto view = f.MakeView<FilteredView>();
-        view->Conditions = conditions;
-        view->rbFilterOn->setChecked(filterOn);
-        ChooseLevel(*view, "Object");
-        view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({first}));
-        QCOMPARE(view->tvMain->PopupMenu(), nullptr);
+        QCOMPARE(f.Fake->EndRefreshCalls, 1);
+        // An empty repository, or Dependencies for Data: no root items are
+        // looked for, QXFILE is the only table read.
+        if (!hasFiles || (dependencies && level == "Data"))
+            QCOMPARE(f.Fake->Selected, QStringList({"QXFILE:"}));
     }
 
     void everyRefreshGivesThePopupBackFirst() {
@@ -321,26 +276,21 @@ private slots:
     void refreshFailuresAreQuietForTheHostOnly() {
         ViewFixture f;
         const auto view = f.MakeView();
+        view->cbRefreshView->click(); // before any connection
+        QCOMPARE(f.Ui.Errors(), QStringList({"No Source Database connected"}));
         view->ConnectToDB();
         f.Fake->FailSelect = true;
         view->RefreshContent(f.Fake, nullptr, QString()); // dropped silently
-        QVERIFY(f.Ui.Errors().isEmpty());
+        QCOMPARE(f.Ui.Errors().size(), 1);
         QVERIFY(f.Ui.Messages().isEmpty());
         view->cbRefreshView->click(); // reaches the error display
-        QCOMPARE(f.Ui.Errors(), QStringList({"database is locked"}));
+        QCOMPARE(f.Ui.Errors().last(), QString("database is locked"));
         // The brackets closed on the way out.
         QCOMPARE(f.Ui.ScreenCursor(), Qt::ArrowCursor);
         QVERIFY(f.Ui.CursorLog().contains(Qt::WaitCursor));
         QVERIFY(!view->tvMain->Updating());
         QVERIFY(view->tvMain->updatesEnabled());
         QCOMPARE(f.Fake->EndRefreshCalls, 0);
-    }
-
-    void refreshBeforeAnyConnectionIsAnError() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->cbRefreshView->click();
-        QCOMPARE(f.Ui.Errors(), QStringList({"No Source Database connected"}));
     }
 
     void expansionDispatchRunsInsideTheBrackets() {
@@ -357,21 +307,6 @@ private slots:
         }
     }
 
-    void destructorClosesTheTables() {
-        ViewFixture f;
-        auto view = f.MakeView();
-        view->ConnectToDB();
-        view.reset();
-        QCOMPARE(f.Fake->CloseTablesCalls, 1);
-
-        auto failing = f.MakeView();
-        failing->ConnectToDB();
-        f.Fake->FailCloseTables = true;
-        failing.reset(); // the error is ignored
-        QCOMPARE(f.Fake->CloseTablesCalls, 2);
-        QVERIFY(f.Ui.Errors().isEmpty());
-    }
-
     void aRealRepository() {
         TestRepository repository;
         TQXScriptedUIServices ui;
@@ -381,7 +316,7 @@ private slots:
         view.RefreshContent(nullptr, nullptr, QString());
         QVERIFY(dynamic_cast<SqlDataAccess*>(view.DataAccess()));
         QCOMPARE(RootTexts(*view.tvMain), QStringList({EmptyMarker}));
-        repository.Insert("QXFILE", {{"QXFileID", 1}, {"QXFileName", "PAYCALC.CBL"}});
+        repository.Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAYCALC.CBL"}});
         view.RefreshContent(view.DataAccess(), nullptr, QString());
         QCOMPARE(view.tvMain->Root(0)->Text(), QString("  *** No Hits on System ***"));
         QVERIFY(ui.Messages().isEmpty());
