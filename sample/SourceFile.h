@@ -102,6 +102,18 @@ struct TObjectInfo {
     QString inherits;       // QXObjectInherits
     QString inheritsParent; // QXInheritsParentName
     qint32 inPackage = 0;
+
+    // An object whose identifier is its name.
+    static TObjectInfo Named(const QString& name, const char* type, int objectIcon,
+                             qint32 inPackage = 0) {
+        TObjectInfo info;
+        info.name = name;
+        info.identifier = name;
+        info.type = QLatin1String(type);
+        info.icon = objectIcon;
+        info.inPackage = inPackage;
+        return info;
+    }
 };
 
 // Writes one source file: its objects, entries, rows and words, and the

@@ -16,16 +16,6 @@ EQXError Failure(const QString& message) {
     return EQXError(QStringLiteral("Sample estate: ") + message);
 }
 
-TObjectInfo Info(const QString& name, const char* type, int objectIcon, qint32 inPackage = 0) {
-    TObjectInfo info;
-    info.name = name;
-    info.identifier = name;
-    info.type = QLatin1String(type);
-    info.icon = objectIcon;
-    info.inPackage = inPackage;
-    return info;
-}
-
 // Runs write on every line that is not empty; its errors name the line.
 template <typename Write> void ForEachLine(const TEstateText& text, Write write) {
     for (qsizetype line = 0; line < text.Size(); ++line) {
@@ -108,13 +98,13 @@ void WriteMapSet(TEstate& estate, qint32 fileId, const TEstateText& text) {
             if (m.label.isEmpty())
                 throw Failure(m.macro + QStringLiteral(" without a name"));
             if (StartsMapSet(m)) {
-                set = file.AddObject(Info(m.label, "BMS Mapset", icon::OtherObject));
+                set = file.AddObject(TObjectInfo::Named(m.label, "BMS Mapset", icon::OtherObject));
                 setName = m.label;
                 file.At(set);
             } else if (set == 0) {
                 throw Failure(QStringLiteral("a map outside a map set"));
             } else {
-                TObjectInfo map = Info(m.label, "BMS Map", icon::ScreenMap);
+                TObjectInfo map = TObjectInfo::Named(m.label, "BMS Map", icon::ScreenMap);
                 map.parent = setName;
                 file.At(file.AddObject(map));
             }
@@ -158,8 +148,8 @@ void WriteJobStream(TEstate& estate, qint32 fileId, const TEstateText& text, qin
             line.mid(2 + name.size()).trimmed().section(QLatin1Char(' '), 0, 0);
         if (operation == QLatin1String("JOB") || operation == QLatin1String("PROC")) {
             const bool isJob = operation == QLatin1String("JOB");
-            current = file.AddObject(
-                Info(name, isJob ? "JCL Job" : "JCL Procedure", icon::OtherObject, package));
+            current = file.AddObject(TObjectInfo::Named(name, isJob ? "JCL Job" : "JCL Procedure",
+                                                        icon::OtherObject, package));
             estate.Writer().Package(fileId, package, packageName, name, fileId, current);
             names.insert(current, name);
             if (isJob)
@@ -236,11 +226,13 @@ void WriteGeneratorSource(TEstate& estate, qint32 fileId, const TEstateText& tex
     ForEachLine(text, [&](const QString& line) {
         const QString tag = GeneratorTag(line);
         if (tag == QLatin1String(":map")) {
-            file.At(file.AddObject(Info(GeneratorName(line), "VAGen Map", icon::ScreenMap)));
+            file.At(file.AddObject(
+                TObjectInfo::Named(GeneratorName(line), "VAGen Map", icon::ScreenMap)));
             declarations = section::MapField;
         } else if (tag == QLatin1String(":program")) {
             programName = GeneratorName(line);
-            program = file.AddObject(Info(programName, "VAGen Program", icon::Program));
+            program =
+                file.AddObject(TObjectInfo::Named(programName, "VAGen Program", icon::Program));
             file.At(program);
             declarations = section::WorkingStorage;
         } else if (tag == QLatin1String(":function")) {
@@ -285,7 +277,7 @@ void WriteTables(TEstate& estate, qint32 fileId, const TEstateText& text) {
     qint32 table = 0;
     ForEachLine(text, [&](const QString& line) {
         if (const QString name = CreatedTable(line); !name.isEmpty()) {
-            table = file.AddObject(Info(name, "DB2 Table", icon::Table));
+            table = file.AddObject(TObjectInfo::Named(name, "DB2 Table", icon::Table));
             file.At(table);
         } else if (const QRegularExpressionMatch match = column.match(line);
                    table > 0 && match.hasMatch() && !constraints.contains(match.captured(1))) {
@@ -324,7 +316,7 @@ void WriteAssembler(TEstate& estate, qint32 fileId, const TEstateText& text) {
             return;
         }
         if (const QString name = ControlSection(line); !name.isEmpty())
-            file.At(file.AddObject(Info(name, "Assembler Function", icon::Function)));
+            file.At(file.AddObject(TObjectInfo::Named(name, "Assembler Function", icon::Function)));
         EmitCalling(estate, file, TSourceRow(line, TSourceRow::Flows::None));
     });
 }

@@ -90,16 +90,6 @@ QString Key(const char* kind, const QString& name) {
     return QLatin1String(kind) + QLatin1Char(':') + name;
 }
 
-TObjectInfo Info(const QString& name, const char* type, int objectIcon, qint32 inPackage = 0) {
-    TObjectInfo info;
-    info.name = name;
-    info.identifier = name;
-    info.type = QLatin1String(type);
-    info.icon = objectIcon;
-    info.inPackage = inPackage;
-    return info;
-}
-
 std::vector<TCallable> DateCallables(const TEstate& estate, const TSuiteCopy& copy,
                                      DateCalls calls) {
     std::vector<TCallable> callables;
@@ -140,21 +130,23 @@ void WriteFile(TEstate& estate, const TSuiteCopy& copy, const TSuiteFile& def,
     TRandom random = estate.Random(quint64(copy.index) * 100 + quint64(def.stream));
     switch (def.part) {
     case Part::Program: {
-        TObjectInfo info = Info(name, "COBOL Program", icon::Program,
-                                def.inLoadModule ? copy.loadModulePackage : 0);
+        TObjectInfo info = TObjectInfo::Named(name, "COBOL Program", icon::Program,
+                                              def.inLoadModule ? copy.loadModulePackage : 0);
         TCobolProgram(estate, file, random, info, library)
             .WriteProgram(Text(copy, def), TRules{copy.extraParagraphsMin, copy.extraParagraphsMax,
                                                   DateCallables(estate, copy, def.dateCalls)});
         break;
     }
     case Part::Member:
-        TCobolProgram(estate, file, random, Info(name, "Copy Member", icon::CopyMember), library)
+        TCobolProgram(estate, file, random,
+                      TObjectInfo::Named(name, "Copy Member", icon::CopyMember), library)
             .WriteMember(library.constFind(name)->text);
         break;
     case Part::Layout: {
         // The account program's record layout lives in a file of its own with
         // the same base name; its enclosing object is the program.
-        TObjectInfo info = Info(QStringLiteral("ACCT-LAYOUT"), "Record Layout", icon::Record);
+        TObjectInfo info =
+            TObjectInfo::Named(QStringLiteral("ACCT-LAYOUT"), "Record Layout", icon::Record);
         info.parent = name;
         TCobolProgram(estate, file, random, info, library).WriteMember(Text(copy, def));
         break;
