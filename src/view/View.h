@@ -121,9 +121,8 @@ protected:
     void ShowDependencies(TQXTreeNode* node, const TQXViewSettings& settings);
 
 public:
-    // Fills FDependencies with the calls that leave (direction 0) or reach
-    // (direction 1) the item; true when any was kept.
-    bool GetDependencies(const TQXItem& item, int direction, bool stopAtFirst);
+    // Fills FDependencies with the calls that leave (TopDown) or reach
+    // (BottomUp) the item; true when any was kept.
     bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) override;
     const TDependencies& Dependencies() const override { return FDependencies; }
     TQXRootFilter FilterRootItems() override;

@@ -4,11 +4,6 @@
 
 #include <QCheckBox>
 
-bool TQXView::GetDependencies(const TQXItem& item, int direction, bool stopAtFirst) {
-    return GetDependencies(item, direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp,
-                           stopAtFirst);
-}
-
 bool TQXView::GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) {
     return TQXCallLookup(*FDataAccess, FTables)
         .GetDependencies(item, direction, stopAtFirst, cbOption->isChecked(), FDependencies);
