@@ -55,16 +55,12 @@ QList<const TQXTreeNode*> ShownRoots(const TQXTreeControl& tree) {
 QList<const TQXTreeNode*> ShownChildren(const TQXTreeNode& node) {
     QList<const TQXTreeNode*> children;
     for (int i = 0; i < node.ChildCount(); ++i)
-        if (!node.Child(i)->IsPlaceholder())
-            children << node.Child(i);
+        children << node.Child(i);
     return children;
 }
 
 bool Expandable(const TQXTreeNode& node) {
-    for (int i = 0; i < node.ChildCount(); ++i)
-        if (node.Child(i)->IsPlaceholder())
-            return true;
-    return false;
+    return TQXTreeControl::HasPlaceholder(&node);
 }
 
 } // namespace nodefields

@@ -75,8 +75,7 @@ QString TQXTreeCommand::MissingOnPath(TQXViewDriver& driver, const QStringList& 
                 continue;
             matched = true;
             for (int c = 0; c < node->ChildCount(); ++c)
-                if (!node->Child(c)->IsPlaceholder())
-                    next << node->Child(c);
+                next << node->Child(c);
         }
         if (!matched)
             return found.isEmpty() ? QStringLiteral("no root node '%1'").arg(text)

@@ -47,12 +47,10 @@ private:
     qsizetype FErrors;
 };
 
-// The children of a node that stand for something: placeholders left out.
-QList<TQXTreeNode*> RealChildren(const TQXTreeNode* node) {
+QList<TQXTreeNode*> Children(const TQXTreeNode* node) {
     QList<TQXTreeNode*> children;
     for (int i = 0; i < node->ChildCount(); ++i)
-        if (!node->Child(i)->IsPlaceholder())
-            children << node->Child(i);
+        children << node->Child(i);
     return children;
 }
 
@@ -61,14 +59,6 @@ QList<TQXTreeNode*> Roots(const TQXTreeControl& tree) {
     for (int i = 0; i < tree.RootCount(); ++i)
         roots << tree.Root(i);
     return roots;
-}
-
-int CountRealNodes(const TQXTreeControl& tree) {
-    int count = 0;
-    for (TQXTreeNode* node = tree.FirstNode(); node; node = TQXTreeControl::NextNode(node))
-        if (!node->IsPlaceholder())
-            ++count;
-    return count;
 }
 
 } // namespace
@@ -161,7 +151,7 @@ bool TQXViewDriver::ExpandToDepth(int depth, int maxNodes) {
     std::deque<TQXTreeNode*> queue;
     for (TQXTreeNode* root : Roots(Tree()))
         queue.push_back(root);
-    int count = CountRealNodes(Tree());
+    int count = Tree().NodeCount();
     while (!queue.empty()) {
         TQXTreeNode* node = queue.front();
         queue.pop_front();
@@ -171,9 +161,9 @@ bool TQXViewDriver::ExpandToDepth(int depth, int maxNodes) {
             if (count >= maxNodes)
                 return false;
             Expand(node);
-            count += static_cast<int>(RealChildren(node).size());
+            count += static_cast<int>(Children(node).size());
         }
-        for (TQXTreeNode* child : RealChildren(node))
+        for (TQXTreeNode* child : Children(node))
             queue.push_back(child);
     }
     return true;
@@ -189,7 +179,7 @@ bool TQXViewDriver::ExpandPath(const QStringList& texts) {
                 continue;
             found = true;
             Expand(node);
-            next += RealChildren(node);
+            next += Children(node);
         }
         if (!found)
             return false;

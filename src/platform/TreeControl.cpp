@@ -137,18 +137,30 @@ TQXTreeNode* TQXTreeControl::InsertChildAfter(TQXTreeNode* parent, const TQXTree
     return node.release(); // owned by its parent now
 }
 
-TQXTreeNode* TQXTreeControl::AddPlaceholder(TQXTreeNode* parent) {
-    return AddChild(parent, QString());
+// A placeholder is a flag with Qt's expand indicator, never a row: removing a
+// row makes the model walk every persistent index (each expanded node) up to
+// its root, which made opening deep or large trees quadratic or worse.
+void TQXTreeControl::AddPlaceholder(TQXTreeNode* parent) {
+    if (!parent)
+        return;
+    parent->FPlaceholder = true;
+    parent->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
 }
 
 bool TQXTreeControl::HasPlaceholder(const TQXTreeNode* node) {
-    return node != nullptr && node->ChildCount() > 0 && node->FirstChild()->Item() == nullptr;
+    return node != nullptr && (node->FPlaceholder ||
+                               (node->ChildCount() > 0 && node->FirstChild()->Item() == nullptr));
 }
 
 bool TQXTreeControl::TakePlaceholder(TQXTreeNode* node) {
     if (!HasPlaceholder(node))
         return false;
-    delete node->FirstChild();
+    if (node->FPlaceholder) {
+        node->FPlaceholder = false;
+        node->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
+    } else {
+        delete node->FirstChild();
+    }
     return true;
 }
 

@@ -44,13 +44,13 @@ public:
                                   const QString& text, std::unique_ptr<TQXTreeItem> item = nullptr,
                                   int imageIndex = -1);
 
-    // An empty child without item that makes `parent` expandable.
-    TQXTreeNode* AddPlaceholder(TQXTreeNode* parent);
-    // Whether the node still waits for its first expansion: its first child
-    // carries no item.
+    // Makes `parent` expandable before its children are read.
+    static void AddPlaceholder(TQXTreeNode* parent);
+    // Whether the node still waits for its first expansion: it carries a
+    // placeholder, or its first child carries no item.
     static bool HasPlaceholder(const TQXTreeNode* node);
-    // Removes that first child; false when there is none (the node has
-    // nothing to show, or was expanded before).
+    // Removes the placeholder (or that first child); false when there is
+    // none (the node has nothing to show, or was expanded before).
     static bool TakePlaceholder(TQXTreeNode* node);
 
     // Deletes every node and so frees every item.

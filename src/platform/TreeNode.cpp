@@ -25,10 +25,6 @@ QIcon TQXTreeNode::Icon() const {
     return data(0, Qt::DecorationRole).value<QIcon>();
 }
 
-bool TQXTreeNode::IsPlaceholder() const {
-    return parent() != nullptr && !FItem && text(0).isEmpty();
-}
-
 TQXTreeNode* TQXTreeNode::ParentNode() const {
     return FromItem(parent());
 }

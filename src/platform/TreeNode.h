@@ -11,9 +11,10 @@ class TQXTreeControl;
 
 // One node of the tree control: a text, an image index, a selected image
 // index and the tree item it owns. Deleting a node deletes its children, and
-// every node frees its item. A node without an item is a text-only node: a
-// marker, or with an empty text a placeholder child that makes its parent
-// expandable.
+// every node frees its item. A node without an item is a text-only node (a
+// marker). A node whose children are still to be read carries a placeholder:
+// a flag shown as an expand indicator, not a row, so that taking it away on
+// the first expansion costs nothing however large the tree.
 //
 // The Qt item underneath is the tree control's business alone.
 class TQXTreeNode : private QTreeWidgetItem {
@@ -39,9 +40,6 @@ public:
     void SetItem(std::unique_ptr<TQXTreeItem> item) { FItem = std::move(item); }
     // The node's item as T; null without an item or for an item of another kind.
     template <class T> const T* ItemAs() const { return dynamic_cast<const T*>(FItem.get()); }
-
-    // A child with an empty text and no item.
-    bool IsPlaceholder() const;
 
     TQXTreeNode* ParentNode() const;
     int ChildCount() const { return childCount(); }
@@ -73,6 +71,7 @@ private:
     bool operator<(const QTreeWidgetItem& other) const override;
 
     std::unique_ptr<TQXTreeItem> FItem;
+    bool FPlaceholder = false; // children not read yet
     int FImageIndex = -1;
     int FSelectedIndex = -1;
 };

@@ -200,8 +200,7 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
         row("depth and all", {"tree", repo, "--depth", "2", "--expand-all"}, 2,
             "--depth and --expand-all exclude each other");
         row("path escape", {"tree", repo, "--path", "A\\B"}, 2, "write '\\/' for a '/'");
-        row("not a repository", {"tree", QFINDTESTDATA("tst_KorvaneCli.cpp")}, 1,
-            "AssignDBPointers failed");
+        row("not a repository", {"tree", NotARepositoryFile()}, 1, "AssignDBPointers failed");
     }
     void badUsageAndFailures() {
         QFETCH(QStringList, arguments);

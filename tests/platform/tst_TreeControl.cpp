@@ -63,13 +63,22 @@ private slots:
     void placeholdersMakeANodeExpandable() {
         TQXTreeControl tree;
         TQXTreeNode* node = tree.AddRoot("Object", Item(1));
-        TQXTreeNode* placeholder = tree.AddPlaceholder(node);
-        QVERIFY(placeholder->IsPlaceholder());
-        QCOMPARE(ChildNodes(node), QList<TQXTreeNode*>{placeholder});
-        // An empty root node (as between two markers) is no placeholder,
-        // nor is an empty child that carries an item.
-        QVERIFY(!tree.AddRoot(QString())->IsPlaceholder());
-        QVERIFY(!tree.AddChild(node, QString(), Item(2))->IsPlaceholder());
+        QVERIFY(!TQXTreeControl::HasPlaceholder(node));
+        tree.AddPlaceholder(node);
+        // No row: the node is expandable without children.
+        QVERIFY(TQXTreeControl::HasPlaceholder(node));
+        QCOMPARE(node->ChildCount(), 0);
+        QCOMPARE(tree.NodeCount(), 1);
+        QVERIFY(TQXTreeControl::TakePlaceholder(node));
+        QVERIFY(!TQXTreeControl::HasPlaceholder(node));
+        QVERIFY(!TQXTreeControl::TakePlaceholder(node));
+        // A first child without item still counts as not yet opened.
+        tree.AddChild(node, "marker");
+        QVERIFY(TQXTreeControl::HasPlaceholder(node));
+        QVERIFY(TQXTreeControl::TakePlaceholder(node));
+        QCOMPARE(node->ChildCount(), 0);
+        tree.AddChild(node, QString(), Item(2));
+        QVERIFY(!TQXTreeControl::HasPlaceholder(node));
     }
 
     // Indexes count collapsed branches; visible walks skip them.

@@ -6,6 +6,9 @@
 // call nothing and are called by nobody.
 #include "support/TestRepository.h"
 
+#include <QDir>
+#include <QFile>
+
 inline void BuildCliEstate(TestRepository& repo) {
     repo.Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName, QXIcon",
                 {{1, 1, "ACCOUNTS", 1}, {2, 2, "HOST@DC1", 2}, {3, 3, "PAYROLL", 9}});
@@ -22,4 +25,13 @@ inline void BuildCliEstate(TestRepository& repo) {
     repo.Insert("QXDEPENDENCIES",
                 "QXFileID, QXObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID",
                 {{1, 2, 1, 1, 1, 10}, {1, 1, 1, 2, 1, 20}, {1, 1, 2, 1, 1, 30}});
+}
+
+// A text file with a repository's name: something that is no database.
+inline QString NotARepositoryFile() {
+    const QString path = QDir::temp().filePath(QStringLiteral("korvane-not-a-repository.kvdb"));
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        file.write("This is a text file, not a repository.\n");
+    return path;
 }

@@ -37,7 +37,7 @@ inline QList<int> Images(const QList<TQXTreeNode*>& nodes) {
 inline QList<int> Expandable(const QList<TQXTreeNode*>& nodes) {
     QList<int> expandable;
     for (const TQXTreeNode* node : nodes)
-        expandable << (node->ChildCount() > 0 ? 1 : 0);
+        expandable << (node->ChildCount() > 0 || TQXTreeControl::HasPlaceholder(node) ? 1 : 0);
     return expandable;
 }
 // The item's ids ("file,system,computer,application,package,object,entry,

@@ -86,7 +86,7 @@ class TestObjectContents : public QObject, protected ViewRepositoryFixture {
     static QStringList OpenableChildren(const TQXTreeNode* node) {
         QStringList texts;
         for (int i = 0; i < node->ChildCount(); ++i)
-            if (node->Child(i)->ChildCount() > 0)
+            if (TQXTreeControl::HasPlaceholder(node->Child(i)))
                 texts << node->Child(i)->Text();
         return texts;
     }
