@@ -11,28 +11,19 @@ const QString CallColumns =
                    "QXFromWordID FROM QXDEPENDENCIES WHERE ");
 const QString CallOrder = QStringLiteral(
     " ORDER BY QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID, QXFromWordID");
+// Calls kept before the cache starts afresh.
+constexpr qsizetype MostCachedCalls = 1'000'000;
 } // namespace
 
-struct TQXCallLookup::Call {
-    qint32 FileID, ObjectID, EntryID, InheritsFileID, InheritsObjectID;
-    qint32 FromFileID, FromObjectID, FromEntryID, FromRowID;
+void TQXCallLookup::Cache::Clear() {
+    FGroupings.clear();
+    FCallsFrom.clear();
+    FCallCount = 0;
+}
 
-    // The call as the view keeps it, naming the other end (file, object,
-    // entry); a call into or out of a package file names that file.
-    TDependency Kept(qint32 fileID, qint32 objectID, qint32 entryID, bool packageFile) const {
-        return TDependency{.FileID = fileID,
-                           .PackageFileID = packageFile ? fileID : 0,
-                           .ObjectID = objectID,
-                           .EntryID = entryID,
-                           .InheritsFileID = InheritsFileID,
-                           .InheritsObjectID = InheritsObjectID,
-                           .FromFileID = FromFileID,
-                           .FromRowID = FromRowID};
-    }
-};
-
-TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables)
-    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables) {}
+TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
+                             Cache& cache)
+    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables), FCache(cache) {}
 
 TQXCallLookup::Call TQXCallLookup::ReadCall(TQXTableRef dataSet) {
     using namespace qx::QXDEPENDENCIES;
@@ -114,11 +105,19 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
 // compared, also where the item holds 0). A missing file is not.
 bool TQXCallLookup::SameGrouping(qint32 fileID, const TQXItem& item) {
     using namespace qx::QXFILE;
-    if (!FRecords.Select(qx::Table::QXFILE, where::Keys({{"QXFileID", fileID}})))
-        return false;
-    return FRecords.Int(qx::Table::QXFILE, QXSystemID) == item.SystemID ||
-           FRecords.Int(qx::Table::QXFILE, QXComputerID) == item.ComputerID ||
-           FRecords.Int(qx::Table::QXFILE, QXApplicationID) == item.ApplicationID;
+    auto cached = FCache.FGroupings.find(fileID);
+    if (cached == FCache.FGroupings.end()) {
+        std::optional<Cache::Grouping> grouping;
+        if (FRecords.Select(qx::Table::QXFILE, where::Keys({{"QXFileID", fileID}})))
+            grouping = Cache::Grouping{FRecords.Int(qx::Table::QXFILE, QXSystemID),
+                                       FRecords.Int(qx::Table::QXFILE, QXComputerID),
+                                       FRecords.Int(qx::Table::QXFILE, QXApplicationID)};
+        cached = FCache.FGroupings.emplace(fileID, grouping).first;
+    }
+    const std::optional<Cache::Grouping>& grouping = cached->second;
+    return grouping &&
+           (grouping->SystemID == item.SystemID || grouping->ComputerID == item.ComputerID ||
+            grouping->ApplicationID == item.ApplicationID);
 }
 
 bool TQXCallLookup::InSamePackage(qint32 fileID, qint32 objectID, const TQXItem& item) {
@@ -150,37 +149,49 @@ bool TQXCallLookup::TopDown(const Source& s, const TQXItem& item, bool stopAtFir
         condition += where::AndKey("QXFromObjectID", s.ObjectID);
 
     bool found = false;
+    for (const Call& d : CallsFrom(condition)) {
+        bool leaveOut = false;
+        if (s.PackageID == 0 && s.ObjectID == 0)
+            leaveOut = SameGrouping(d.FileID, item);
+        else if (s.PackageID > 0 && s.ObjectID == 0)
+            leaveOut = d.FileID == item.FileID;
+        else if (s.PackageID > 0)
+            leaveOut = InSamePackage(d.FileID, d.ObjectID, item);
+        else if (s.ObjectID > 0 && s.EntryID == 0)
+            leaveOut = d.FileID == item.FileID && d.ObjectID == item.ObjectID && !objectsSequential;
+        else if (s.EntryID > 0 && d.EntryID == 0)
+            leaveOut = IsWholeObjectCallToDrop(d.FileID, d.ObjectID);
+        if (leaveOut)
+            continue;
+        const bool packageFile = s.PackageID > 0 && s.ObjectID == 0;
+        list.push_back(d.Kept(d.FileID, d.ObjectID, d.EntryID, packageFile));
+        found = true;
+        if (stopAtFirst)
+            break;
+    }
+    return found;
+}
+
+// The calls leaving one starting point, in the order of the call query.
+const std::vector<TQXCallLookup::Call>& TQXCallLookup::CallsFrom(const QString& condition) {
+    if (const auto cached = FCache.FCallsFrom.constFind(condition);
+        cached != FCache.FCallsFrom.cend())
+        return cached.value();
+    std::vector<Call> calls;
     {
         // The result is closed before the lookup returns: it needs no owner.
         std::unique_ptr<TQXDataSet> query =
             FDataAccess.OpenQuery(nullptr, {CallColumns, condition, CallOrder}, 0);
-        for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get())) {
-            const Call d = ReadCall(query.get());
-            bool leaveOut = false;
-            if (s.PackageID == 0 && s.ObjectID == 0)
-                leaveOut = SameGrouping(d.FileID, item);
-            else if (s.PackageID > 0 && s.ObjectID == 0)
-                leaveOut = d.FileID == item.FileID;
-            else if (s.PackageID > 0)
-                leaveOut = InSamePackage(d.FileID, d.ObjectID, item);
-            else if (s.ObjectID > 0 && s.EntryID == 0)
-                leaveOut =
-                    d.FileID == item.FileID && d.ObjectID == item.ObjectID && !objectsSequential;
-            else if (s.EntryID > 0 && d.EntryID == 0)
-                leaveOut = IsWholeObjectCallToDrop(d.FileID, d.ObjectID);
-            if (leaveOut)
-                continue;
-            const bool packageFile = s.PackageID > 0 && s.ObjectID == 0;
-            list.push_back(d.Kept(d.FileID, d.ObjectID, d.EntryID, packageFile));
-            found = true;
-            if (stopAtFirst)
-                break;
-        }
+        for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get()))
+            calls.push_back(ReadCall(query.get()));
         query->Close();
     }
     FTables.RebindTable(qx::Table::QXDEPENDENCIES,
                         FDataAccess.GetTableRef(QStringLiteral("QXDEPENDENCIES")));
-    return found;
+    if (FCache.FCallCount + static_cast<qsizetype>(calls.size()) > MostCachedCalls)
+        FCache.Clear();
+    FCache.FCallCount += static_cast<qsizetype>(calls.size());
+    return FCache.FCallsFrom.insert(condition, std::move(calls)).value();
 }
 
 bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst,

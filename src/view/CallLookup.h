@@ -7,6 +7,10 @@
 #include "repository/TreeItems.h"
 #include "repository/ViewSettings.h"
 
+#include <QHash>
+
+#include <optional>
+#include <unordered_map>
 #include <vector>
 
 // Reads the calls that leave an item (TopDown) or reach it (BottomUp) from
@@ -14,8 +18,47 @@
 // GetDependencies delegates here; the lookup changes the current selections of
 // QXFILE, QXPACKAGE, QXOBJECT and QXDEPENDENCIES.
 class TQXCallLookup {
+    // One QXDEPENDENCIES record as read.
+    struct Call {
+        qint32 FileID, ObjectID, EntryID, InheritsFileID, InheritsObjectID;
+        qint32 FromFileID, FromObjectID, FromEntryID, FromRowID;
+
+        // The call as the view keeps it, naming the other end (file, object,
+        // entry); a call into or out of a package file names that file.
+        TDependency Kept(qint32 fileID, qint32 objectID, qint32 entryID, bool packageFile) const {
+            return TDependency{.FileID = fileID,
+                               .PackageFileID = packageFile ? fileID : 0,
+                               .ObjectID = objectID,
+                               .EntryID = entryID,
+                               .InheritsFileID = InheritsFileID,
+                               .InheritsObjectID = InheritsObjectID,
+                               .FromFileID = FromFileID,
+                               .FromRowID = FromRowID};
+        }
+    };
+
 public:
-    TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables);
+    // What the lookup reads that does not change while the view shows one
+    // refresh: the grouping of each file and the calls leaving each starting
+    // point. Without it, opening a repository whose ids are all 0 asks the
+    // database once per call, per file, per root item. The owner clears it
+    // on every refresh; it empties itself when it grows too large.
+    class Cache {
+    public:
+        void Clear();
+
+    private:
+        friend class TQXCallLookup;
+        struct Grouping {
+            qint32 SystemID, ComputerID, ApplicationID;
+        };
+        // Groupings by file id; none for a file missing from QXFILE.
+        std::unordered_map<qint32, std::optional<Grouping>> FGroupings;
+        QHash<QString, std::vector<Call>> FCallsFrom; // by condition
+        qsizetype FCallCount = 0;
+    };
+
+    TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, Cache& cache);
 
     // Empties `list` and appends one record per call kept; true when any was
     // kept. With stopAtFirst the lookup ends at the first record kept.
@@ -35,7 +78,6 @@ private:
         qint32 RowID = 0;
         qint32 WordID = 0;
     };
-    struct Call; // one QXDEPENDENCIES record as read
 
     bool SourceList(const TQXItem& item, std::vector<Source>& sources);
     bool TopDown(const Source& s, const TQXItem& item, bool stopAtFirst, bool objectsSequential,
@@ -45,8 +87,10 @@ private:
     bool InSamePackage(qint32 fileID, qint32 objectID, const TQXItem& item);
     bool IsWholeObjectCallToDrop(qint32 fileID, qint32 objectID);
     Call ReadCall(TQXTableRef dataSet);
+    const std::vector<Call>& CallsFrom(const QString& condition);
 
     TQXDataAccessInterface& FDataAccess;
     TQXTableHandleSet& FTables;
     TQXRecordReader FRecords;
+    Cache& FCache;
 };

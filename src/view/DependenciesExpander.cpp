@@ -202,10 +202,11 @@ bool TQXDependenciesExpander::MakesCallInto(const TQXItem& entry, const TQXItem&
 // something to show, then sorts the grouping levels.
 void TQXDependenciesExpander::Finish(TQXTreeNode* node, const Roles& roles) {
     const bool code = FSettings.Level == TQXLevel::Code;
+    const TQXPathItems path(node);
     for (int i = node->ChildCount() - 1; i >= 0; --i) {
         TQXTreeNode* child = node->Child(i);
         const TQXItem* item = child->ItemAs<TQXItem>();
-        if (item == nullptr || CheckRecursion(child))
+        if (item == nullptr || path.CheckRecursion(child))
             continue;
         bool expandable = false;
         if (code && FSettings.IsTopDown() && roles.Entries)

@@ -389,10 +389,11 @@ void TQXDistributionExpander::AttributesOfFiles(const QString& fileWhere, int fi
 // Every new child that can be opened further gets a placeholder; a child
 // that repeats an item of its own path gets none.
 void TQXDistributionExpander::AddPlaceholders() {
+    const TQXPathItems path(FNode);
     for (int i = FNode->ChildCount() - 1; i >= 0; --i) {
         TQXTreeNode* child = FNode->Child(i);
         const auto* item = child->ItemAs<TQXItem>();
-        if (item == nullptr || CheckRecursion(child))
+        if (item == nullptr || path.CheckRecursion(child))
             continue;
         bool expandable = false;
         if (FDirection != 0)

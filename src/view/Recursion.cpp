@@ -4,25 +4,29 @@
 #include "repository/TreeItems.h"
 
 namespace {
-bool SameItem(const TQXItem& a, const TQXItem& b) {
-    return a.SystemID == b.SystemID && a.ComputerID == b.ComputerID &&
-           a.ApplicationID == b.ApplicationID && a.FileID == b.FileID && a.ObjectID == b.ObjectID &&
-           a.EntryID == b.EntryID && a.RowID == b.RowID && a.WordID == b.WordID;
+std::array<int, 8> KeyOf(const TQXItem& item) {
+    return {item.SystemID, item.ComputerID, item.ApplicationID, item.FileID,
+            item.ObjectID, item.EntryID,    item.RowID,         item.WordID};
 }
 } // namespace
 
-bool CheckRecursion(TQXTreeNode* node) {
-    const auto* item = node != nullptr ? node->ItemAs<TQXItem>() : nullptr;
+TQXPathItems::TQXPathItems(const TQXTreeNode* parent) {
+    for (const TQXTreeNode* ancestor = parent; ancestor != nullptr;
+         ancestor = ancestor->ParentNode())
+        if (const auto* item = ancestor->ItemAs<TQXItem>())
+            ++FCounts[KeyOf(*item)];
+}
+
+bool TQXPathItems::CheckRecursion(TQXTreeNode* child) const {
+    const auto* item = child != nullptr ? child->ItemAs<TQXItem>() : nullptr;
     if (item == nullptr)
         return false;
-    bool recursive = false;
-    for (TQXTreeNode* ancestor = node->ParentNode(); ancestor != nullptr;
-         ancestor = ancestor->ParentNode()) {
-        const auto* other = ancestor->ItemAs<TQXItem>();
-        if (other != nullptr && SameItem(*item, *other)) {
-            node->SetText(node->Text() + QStringLiteral(" !!! Recursive Track from here !!!"));
-            recursive = true;
-        }
-    }
-    return recursive;
+    const auto found = FCounts.find(KeyOf(*item));
+    if (found == FCounts.end())
+        return false;
+    QString text = child->Text();
+    for (int i = 0; i < found->second; ++i)
+        text += QStringLiteral(" !!! Recursive Track from here !!!");
+    child->SetText(text);
+    return true;
 }

@@ -6,6 +6,7 @@
 #include "repository/TableHandleSet.h"
 #include "repository/ViewSettings.h"
 #include "tracks/Track.h"
+#include "view/CallLookup.h"
 #include "view/ExpansionContext.h"
 #include "view/ViewOperations.h"
 
@@ -158,6 +159,8 @@ private:
     TQXTableHandleSet FTables;
     TTracks FTracks;
     TDependencies FDependencies;
+    // What call lookups read, kept for one refresh.
+    TQXCallLookup::Cache FCallCache;
     // Condition texts of the root-item filter, set by SetFilter.
     QString FObjectFilter;
     QString FEntryFilter;

@@ -5,6 +5,6 @@
 #include <QCheckBox>
 
 bool TQXView::GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) {
-    return TQXCallLookup(*FDataAccess, FTables)
+    return TQXCallLookup(*FDataAccess, FTables, FCallCache)
         .GetDependencies(item, direction, stopAtFirst, cbOption->isChecked(), FDependencies);
 }

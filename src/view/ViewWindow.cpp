@@ -148,6 +148,7 @@ void TQXView::RefreshCurrentView() {
         throw EQXError(QStringLiteral("No Source Database connected"));
     TQXBusyCursor busy;
     tvMain->Clear();
+    FCallCache.Clear(); // the repository may have changed since
     TQXTreeUpdate update(*tvMain);
     tvMain->SetPopupMenu(pmnuView);
 

@@ -10,7 +10,7 @@
 class FakeViewOperations final : public TQXViewOperations {
 public:
     FakeViewOperations(TQXDataAccessInterface& access, TQXTableHandleSet& tables)
-        : FRecords(access, tables), FLookup(access, tables) {}
+        : FRecords(access, tables), FLookup(access, tables, FCache) {}
 
     bool Option = false; // the view's option box
     TQXLevel Level = TQXLevel::System;
@@ -25,6 +25,7 @@ public:
 
 private:
     TQXRecordReader FRecords;
+    TQXCallLookup::Cache FCache;
     TQXCallLookup FLookup;
     TDependencies FList;
 };

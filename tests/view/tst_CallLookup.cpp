@@ -54,6 +54,7 @@ class TestCallLookup : public QObject {
     TestRepository FRepo;
     std::unique_ptr<SqlDataAccess> FAccess;
     TQXTableHandleSet FTables;
+    TQXCallLookup::Cache FCache;
     std::unique_ptr<TQXCallLookup> FLookup;
     TDependencies FList;
 
@@ -69,7 +70,7 @@ private slots:
         BuildEstate(FRepo);
         FAccess = std::make_unique<SqlDataAccess>(FRepo.Location());
         AssignDBPointers(*FAccess, FTables);
-        FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables);
+        FLookup = std::make_unique<TQXCallLookup>(*FAccess, FTables, FCache);
     }
 
     void anObjectsCallsInCallingOrder() {
@@ -140,9 +141,44 @@ private slots:
         QVERIFY(FList.empty());
     }
 
+    // A repository whose file ids are all 0: each file of a system is a
+    // starting point, and every call leaves from each of them. What does not
+    // change is read once, however many files, calls and root items.
+    void repeatedStartingPointsAreReadOnce() {
+        TestRepository repo;
+        repo.Exec("DROP INDEX QXFILE_ID"); // as a loader without keys would leave it
+        QList<QVariantList> files, calls;
+        for (int i = 0; i < 30; ++i) {
+            files.append({0, 1, QStringLiteral("F%1.CBL").arg(i)});
+            calls.append({5, 0, 0, 0, 0, i}); // to a file that is not loaded
+        }
+        repo.Insert("QXFILE", "QXFileID, QXSystemID, QXFileName", files);
+        repo.Insert("QXDEPENDENCIES",
+                    "QXFileID, QXObjectID, QXEntryID, QXFromFileID, QXFromObjectID, QXFromRowID",
+                    calls);
+        SqlDataAccess access(repo.Location());
+        TQXTableHandleSet tables;
+        AssignDBPointers(access, tables);
+        TQXCallLookup::Cache cache;
+        TQXCallLookup lookup(access, tables, cache);
+        const TQXItem system(0, 1, 0, 0, 0, 0, 0, 0, 0);
+        const qint64 before = access.RoundTrips();
+        QVERIFY(lookup.GetDependencies(system, TQXDirection::TopDown, false, false, FList));
+        QCOMPARE(FList.size(), size_t(30 * 30)); // every call once per starting point
+        const qint64 first = access.RoundTrips() - before;
+        QVERIFY2(first < 10, qPrintable(QString::number(first)));
+        QVERIFY(lookup.GetDependencies(system, TQXDirection::TopDown, true, false, FList));
+        QVERIFY(access.RoundTrips() - before - first < 3); // the files, not the calls
+        cache.Clear();
+        QVERIFY(lookup.GetDependencies(system, TQXDirection::TopDown, false, false, FList));
+        QCOMPARE(FList.size(), size_t(30 * 30));
+        QCOMPARE(FList.back().FromRowID, 29);
+    }
+
     void failuresAreWrappedWithTheOperationsName() {
         TQXTableHandleSet unbound;
-        TQXCallLookup lookup(*FAccess, unbound);
+        TQXCallLookup::Cache cache;
+        TQXCallLookup lookup(*FAccess, unbound, cache);
         try {
             lookup.GetDependencies(TQXItem(1, 0, 0, 0, 0, 1, 0, 0, 0), TQXDirection::BottomUp,
                                    false, false, FList);
