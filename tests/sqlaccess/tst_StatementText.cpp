@@ -119,16 +119,15 @@ private slots:
                                     where::LikePrefix(base)),
                      expected);
         }
-        const QString acct = where::UpperCase("AcctÜ.");
-        QCOMPARE(Column(db, "SELECT QXFileName FROM QXFILE WHERE Upper(QXFileName) LIKE " +
-                                where::LikePrefix(acct)),
-                 (QStringList{"ACCTü.CPY", "acctÜ.CBL"}));
-        QCOMPARE(Column(db, "SELECT QXFileName FROM QXFILE WHERE Upper(QXFileName) LIKE " +
-                                where::LikePrefix("AC_T.")),
-                 QStringList{"AC_T.CPY"});
-        QCOMPARE(Column(db, "SELECT QXFileName FROM QXFILE WHERE Upper(QXFileName) LIKE " +
-                                where::LikePrefix(where::UpperCase("Straße."))),
-                 (QStringList{"STRAßE.CPY", "straße.cbl"}));
+        const QList<std::pair<QString, QStringList>> examples{
+            {"AcctÜ.", {"ACCTü.CPY", "acctÜ.CBL"}},
+            {"AC_T.", {"AC_T.CPY"}},
+            {"Straße.", {"STRAßE.CPY", "straße.cbl"}},
+            {"B\\S.", {"B\\S.CPY"}}};
+        for (const auto& [prefix, names] : examples)
+            QCOMPARE(Column(db, "SELECT QXFileName FROM QXFILE WHERE Upper(QXFileName) LIKE " +
+                                    where::LikePrefix(where::UpperCase(prefix))),
+                     names);
     }
 
     // A NUL cannot be written into a statement (and PostgreSQL cannot store
