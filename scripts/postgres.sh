@@ -37,7 +37,10 @@ kv_pg_start() {
     fi
     KV_PG_DIR=$(mktemp -d /tmp/korvane-pg.XXXXXX)
     [ "$(id -u)" -eq 0 ] && chown postgres: "$KV_PG_DIR"
-    if ! kv_pg_as_owner "$bin/initdb" -D "$KV_PG_DIR/data" -A trust -U postgres >"$KV_PG_DIR/initdb.log" 2>&1 ||
+    # UTF-8 with C.UTF-8's character classes, whatever the caller's locale:
+    # upper() then folds every letter, as the view's where texts expect.
+    if ! kv_pg_as_owner "$bin/initdb" -D "$KV_PG_DIR/data" -A trust -U postgres -E UTF8 \
+        --locale=C.UTF-8 >"$KV_PG_DIR/initdb.log" 2>&1 ||
         ! kv_pg_as_owner "$bin/pg_ctl" -D "$KV_PG_DIR/data" -l "$KV_PG_DIR/server.log" -w \
             -o "-p $KV_PG_PORT -k $KV_PG_DIR -c listen_addresses='' -c fsync=off" start >/dev/null; then
         kv_warn "NOTICE: could not start a PostgreSQL server: the PostgreSQL tests are SKIPPED"

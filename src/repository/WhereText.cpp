@@ -11,6 +11,8 @@ QString Number(qint32 value) {
 }
 
 QString Quoted(const QString& value) {
+    if (value.contains(QChar(u'\0')))
+        return QStringLiteral("NULL");
     QString escaped = value;
     escaped.replace(QLatin1Char('\''), QLatin1String("''"));
     return QLatin1Char('\'') + escaped + QLatin1Char('\'');
@@ -63,6 +65,38 @@ QString In(const char* column, const QList<qint32>& values, const QString& separ
 
 QString Upper(const QString& column) {
     return QLatin1String("Upper(") + column + QLatin1Char(')');
+}
+
+QString UpperCase(const QString& text) {
+    QString upper;
+    upper.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        char32_t code = text.at(i).unicode();
+        if (QChar::isHighSurrogate(code) && i + 1 < text.size() &&
+            text.at(i + 1).isLowSurrogate()) {
+            code = QChar::surrogateToUcs4(text.at(i), text.at(i + 1));
+            ++i;
+        }
+        code = QChar::toUpper(code); // a lone surrogate stays as it is
+        if (QChar::requiresSurrogates(code)) {
+            upper += QChar(QChar::highSurrogate(code));
+            upper += QChar(QChar::lowSurrogate(code));
+        } else {
+            upper += QChar(static_cast<char16_t>(code));
+        }
+    }
+    return upper;
+}
+
+QString LikePrefix(const QString& prefix) {
+    QString escaped;
+    escaped.reserve(prefix.size() + 1);
+    for (const QChar c : prefix) {
+        if (c == QLatin1Char('\\') || c == QLatin1Char('_') || c == QLatin1Char('%'))
+            escaped += QLatin1Char('\\');
+        escaped += c;
+    }
+    return Quoted(escaped + QLatin1Char('%')) + QStringLiteral(" ESCAPE '\\'");
 }
 
 } // namespace where

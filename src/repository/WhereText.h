@@ -16,7 +16,9 @@ namespace where {
 QString Number(qint32 value);
 
 // A text value in single quotes. A quote inside the value is doubled, so it
-// can never end the literal; other values come out as they stand.
+// can never end the literal; other values come out as they stand. A value
+// holding a NUL character comes out as NULL: no statement text can carry it
+// and PostgreSQL cannot store it, so a comparison with it finds nothing.
 QString Quoted(const QString& value);
 
 // "A = 1 AND B = 2 ...": a conjunction of equalities on key columns.
@@ -43,5 +45,17 @@ QString In(const char* column, const QList<qint32>& values, const QString& separ
 
 // "Upper(" + column + ")".
 QString Upper(const QString& column);
+
+// The text upper-cased as Upper( does it: one code point at a time by its
+// simple case mapping, as PostgreSQL does in a UTF-8 database and the
+// repository connection's own Upper does on SQLite ("ü" becomes "Ü",
+// "ß" stays, "ı" becomes "I").
+QString UpperCase(const QString& text);
+
+// A LIKE pattern for the texts that begin with prefix: the prefix in quotes,
+// each backslash, "_" and "%" in it escaped by a backslash, then "%'" and
+// " ESCAPE '\'". Both databases read it the same (PostgreSQL keeps a
+// backslash in a literal as it stands), and the prefix matches only itself.
+QString LikePrefix(const QString& prefix);
 
 } // namespace where

@@ -1,6 +1,7 @@
 #include "sqlaccess/RepositoryConnection.h"
 
 #include "repository/Errors.h"
+#include "sqlaccess/SqliteFunctions.h"
 
 #include <QFileInfo>
 #include <QSqlDriver>
@@ -128,6 +129,13 @@ QSqlDatabase OpenRepositoryDatabase(const RepositoryLocation& location,
                        QStringLiteral(": ") + message);
     }
     if (location.kind == RepositoryLocation::Kind::SQLite) {
+        try {
+            RegisterSqliteFunctions(db); // Upper( folds as on PostgreSQL
+        } catch (const EQXError&) {
+            db = QSqlDatabase();
+            CloseRepositoryDatabase(connectionName);
+            throw;
+        }
         QSqlQuery pragma(db);
         // LIKE is case-sensitive on PostgreSQL; where texts must mean the same here.
         pragma.exec(QStringLiteral("PRAGMA case_sensitive_like = ON"));

@@ -32,7 +32,8 @@ enum class OpenMode {
 };
 
 // Opens a database connection under a unique Qt connection name. SQLite gets
-// case-sensitive LIKE, as LIKE is on PostgreSQL. Throws EQXError with the
+// case-sensitive LIKE, as LIKE is on PostgreSQL, and an Upper that folds
+// every letter (RegisterSqliteFunctions). Throws EQXError with the
 // database's message when the repository cannot be opened.
 QSqlDatabase OpenRepositoryDatabase(const RepositoryLocation& location,
                                     const QString& connectionName,

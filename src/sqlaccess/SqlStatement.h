@@ -34,5 +34,6 @@ private:
     QStringList FColumns;
 };
 
-// A key value written into SQL text: numbers in decimal, text in quotes.
+// A key value written into SQL text: numbers in decimal, text in quotes as
+// where::Quoted writes it (NULL, which equals nothing, for a text holding a NUL).
 QString SqlLiteral(const QVariant& value);

@@ -18,9 +18,9 @@ QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool
         return {};
     const QString fileName = records.Text(Table::QXFILE, qx::QXFILE::QXFileName);
     const qsizetype dot = fileName.indexOf(QLatin1Char('.'));
-    const QString base = dot < 0 ? QString() : fileName.left(dot + 1).toUpper();
+    const QString base = dot < 0 ? QString() : where::UpperCase(fileName.left(dot + 1));
     QString condition = where::Upper(QStringLiteral("QXFileName")) + QStringLiteral(" LIKE ") +
-                        where::Quoted(base + QLatin1Char('%'));
+                        where::LikePrefix(base);
     if (!includeOwn)
         condition += QStringLiteral(" AND QXFileID <> ") + where::Number(fileID);
     QList<qint32> files;

@@ -18,7 +18,8 @@ bool IsSetName(const QString& name);
 
 // The files whose upper-cased name begins with the base name of the given
 // file (its name up to and including the first "."; empty without one), so
-// that ACCT.CBL finds ACCT.CPY. The file itself is included when asked. Empty
+// that ACCT.CBL finds ACCT.CPY ("_" and "%" in a name are letters like any
+// other). The file itself is included when asked. Empty
 // when the file is missing or nothing matches. Leaves a QXFILE selection.
 QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool includeOwn);
 

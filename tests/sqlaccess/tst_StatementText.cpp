@@ -1,11 +1,15 @@
 // Text from the repository goes into statements as data: percent signs with
 // digits, quotes and non-ASCII letters in names select exactly their records,
-// on both databases.
+// Upper( and LIKE prefixes read every letter as the view does, and a NUL
+// finds nothing, on both databases.
 #include "repository/Errors.h"
 #include "repository/WhereText.h"
 #include "sqlaccess/SqlDataAccess.h"
+#include "sqlaccess/SqlStatement.h"
 #include "support/TestRepository.h"
 
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QtTest>
 
 #include <memory>
@@ -15,6 +19,23 @@ using Backend = TestRepository::Backend;
 namespace {
 const QStringList Names{"CLAIM%3PAY.CBL", "A%1B%2C.CPY", "%2%1.CBL", "O'NEIL%3.CBL",
                         "ACCTü%1.CPY",    "PLAIN.CBL",   "100%.CBL", "X_%3_Y.CBL"};
+
+// File names whose base names are alike but for case, wildcards and escapes.
+const QStringList BaseNames{"ACCTü.CPY",  "acctÜ.CBL",  "ACCTU.CBL",     "AC_T.CPY",   "ACCT.CBL",
+                            "STRAßE.CPY", "straße.cbl", "STRASSE.CPY",   "ıNFO.CPY",   "INFO.CBL",
+                            "100%.CBL",   "100X.CBL",   "B\\S.CPY",      "B\\\\S.CBL", "BS.CBL",
+                            "漢字.CPY",   "漢字.CBL",   "\u200fRTL.CPY", "RTL.CBL",    "NODOT"};
+
+QStringList Column(QSqlDatabase db, const QString& sql) {
+    QSqlQuery query(db);
+    if (!query.exec(sql))
+        throw EQXError(query.lastError().text());
+    QStringList values;
+    while (query.next())
+        values << query.value(0).toString();
+    values.sort();
+    return values;
+}
 } // namespace
 
 class TestStatementText : public QObject {
@@ -60,6 +81,78 @@ private slots:
         access.SetFieldValue(files, name, QStringLiteral("NEW%1%2'.CBL"));
         QVERIFY(access.SelectRecords(files, where::TextEquals("QXFileName", "NEW%1%2'.CBL")));
         QCOMPARE(VariantToInt(access.GetFieldValue(files, id)), Names.indexOf("PLAIN.CBL") + 1);
+    }
+
+    // A base name found through "Upper(QXFileName) LIKE" finds exactly the
+    // names that begin with it once upper-cased as the view does: every
+    // letter folded, "ß" kept, "_", "%" and "\\" taken as they stand.
+    void upperAndPrefixesMatchTheViewsFolding_data() { namesSelectTheirOwnRecords_data(); }
+    void upperAndPrefixesMatchTheViewsFolding() {
+        QFETCH(int, backend);
+        if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
+            QSKIP("no PostgreSQL server");
+        TestRepository repo{Backend(backend)};
+        QList<QVariantList> rows;
+        for (int i = 0; i < BaseNames.size(); ++i)
+            rows.append({i + 1, BaseNames[i]});
+        repo.Insert("QXFILE", "QXFileID, QXFileName", rows);
+        QSqlDatabase db = repo.Db();
+
+        QStringList folded;
+        for (const QString& name : BaseNames)
+            folded << where::UpperCase(name);
+        folded.sort();
+        QCOMPARE(Column(db, "SELECT Upper(QXFileName) FROM QXFILE"), folded);
+        QCOMPARE(Column(db, "SELECT CASE WHEN Upper(NULL) IS NULL THEN 'null' END"),
+                 QStringList{"null"});
+        if (backend == int(Backend::SQLite)) // bytes that are not UTF-8 stay as they are
+            QCOMPARE(Column(db, "SELECT hex(Upper(CAST(X'61C3FF' AS TEXT)))"),
+                     QStringList{"41C3FF"});
+
+        for (const QString& name : BaseNames) {
+            const qsizetype dot = name.indexOf('.');
+            const QString base = where::UpperCase(name.left(dot + 1));
+            QStringList expected;
+            for (const QString& other : BaseNames)
+                if (where::UpperCase(other).startsWith(base))
+                    expected << other;
+            expected.sort();
+            QCOMPARE(Column(db, "SELECT QXFileName FROM QXFILE WHERE " +
+                                    where::Upper("QXFileName") + " LIKE " +
+                                    where::LikePrefix(base)),
+                     expected);
+        }
+        const QList<std::pair<QString, QStringList>> examples{
+            {"AcctÜ.", {"ACCTü.CPY", "acctÜ.CBL"}},
+            {"AC_T.", {"AC_T.CPY"}},
+            {"Straße.", {"STRAßE.CPY", "straße.cbl"}},
+            {"B\\S.", {"B\\S.CPY"}}};
+        for (const auto& [prefix, names] : examples)
+            QCOMPARE(Column(db, "SELECT QXFileName FROM QXFILE WHERE Upper(QXFileName) LIKE " +
+                                    where::LikePrefix(where::UpperCase(prefix))),
+                     names);
+    }
+
+    // A NUL cannot be written into a statement (and PostgreSQL cannot store
+    // it): a value holding one finds nothing, neither its own record nor the
+    // one named like its part before the NUL.
+    void aNulFindsNothing_data() { namesSelectTheirOwnRecords_data(); }
+    void aNulFindsNothing() {
+        QFETCH(int, backend);
+        if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
+            QSKIP("no PostgreSQL server");
+        TestRepository repo{Backend(backend)};
+        const QString nul = QStringLiteral("PAY") + QChar(0) + QStringLiteral("X.CBL");
+        repo.Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAY"}, {2, "PAY.CBL"}});
+        if (backend == int(Backend::SQLite))
+            repo.Insert("QXFILE", "QXFileID, QXFileName", {{3, nul}});
+        SqlDataAccess access(repo.Location());
+        TQXTableRef files = access.GetTableRef(QStringLiteral("QXFILE"));
+        QVERIFY(!access.SelectRecords(files, where::TextEquals("QXFileName", nul)));
+        QVERIFY(!access.SelectRecords(files, "Upper(QXFileName) LIKE " + where::LikePrefix(nul)));
+        QVERIFY(access.SelectRecords(files, QString()));
+        QVERIFY(!access.LocateRecord(files, QStringLiteral("QXFileName"), {nul}, 1));
+        QCOMPARE(SqlLiteral(nul), QStringLiteral("NULL"));
     }
 };
 
