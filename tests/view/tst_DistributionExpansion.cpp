@@ -1,6 +1,8 @@
 // The Distribution expansion on a purpose-built estate: the children of each
 // kind of node in both directions, which of them can be opened further,
-// their order, and that a node is expanded only once.
+// their order, and that a node is expanded only once; an object's contents
+// with the inherited source of its ancestors, names shown once, a missing
+// ancestor and inheritance cycles.
 #include "FakeViewOperations.h"
 #include "support/ViewRepositoryFixture.h"
 #include "view/DistributionExpander.h"
@@ -57,6 +59,65 @@ void BuildEstate(TestRepository& repo) {
                  {6, 10, "BATCHPKG", "ACCTFILE", 1, 4}});
 }
 
+// Files 11 to 15. PAYROLL (11,1 in PAY.CBL) uses its hidden part (11,2) but not (11,3); its
+// sub-objects sit in PAY.CBL and PAY.CPY (OTHER.CPY does not count). It
+// inherits BASE, found under LIB; BASE inherits ROOT, found only in LIB's
+// file; ROOT inherits an object that is not loaded. CYCA and CYCB inherit
+// each other, SELF inherits itself, ORPHAN an unknown object.
+void BuildInheritance(TestRepository& repo) {
+    repo.Insert(
+        "QXFILE", "QXFileID, QXFileName",
+        {{11, "PAY.CBL"}, {12, "pay.cpy"}, {13, "LIB.CBL"}, {14, "OTHER.CPY"}, {15, "CYC.CBL"}});
+    repo.Insert("QXOBJECT",
+                "QXFileID, QXObjectID, QXObjectName, QXObjectIdentifier, QXObjectType, QXIcon, "
+                "QXSubObjectParentName, QXObjectInherits, QXInheritsParentName",
+                {{11, 1, "PAYROLL", "PAYROLL", "Copy", 54, "", "BASE", "LIB"},
+                 {11, 2, "PAYROLL", "PAYROLL", "Copy", -1, "", "", ""},
+                 {11, 3, "PAYROLL", "PAYROLL", "Copy", -1, "", "", ""},
+                 {12, 1, "PAYSUB", "PAYSUB", "Copy", 50, "PAYROLL", "", ""},
+                 {11, 4, "PAYEMPTY", "PAYEMPTY", "Copy", 50, "PAYROLL", "", ""},
+                 {14, 1, "OTHERSUB", "OTHERSUB", "Copy", 52, "PAYROLL", "", ""},
+                 {13, 1, "LIB", "LIB", "Copy", 52, "", "", ""},
+                 {13, 2, "BASE", "BASE", "Copy", 54, "LIB", "ROOT", "LIB"},
+                 {13, 3, "ROOT", "ROOT", "Copy", 20, "", "GONE", "NOWHERE"},
+                 {15, 1, "CYCA", "CYCA", "Copy", 20, "", "CYCB", ""},
+                 {15, 2, "CYCB", "CYCB", "Copy", 20, "", "CYCA", ""},
+                 {15, 3, "SELF", "SELF", "Copy", 20, "", "SELF", ""},
+                 {15, 4, "ORPHAN", "ORPHAN", "Copy", 20, "", "GONE", ""}});
+    repo.Insert("QXDEPENDENCIES",
+                "QXFileID, QXObjectID, QXEntryID, QXFromFileID, QXFromObjectID, QXFromEntryID",
+                {{11, 2, 0, 11, 1, 0}});
+    // INNER is declared inside an entry: not an object-level variable.
+    repo.Insert("QXWORD",
+                "QXFileID, QXObjectID, QXEntryID, QXRowID, QXWordID, QXWord, QXWordType, "
+                "QXObjectIdentifier",
+                {{11, 2, 0, 1, 1, "HVAR", 1011, "PIC 9"},
+                 {11, 3, 0, 1, 1, "UNUSED", 1011, "PIC 9"},
+                 {11, 1, 0, 1, 1, "X", 1011, "PIC 9"},
+                 {11, 1, 0, 2, 1, "X", 1011, "PIC 9"},
+                 {11, 1, 1, 3, 1, "INNER", 1011, "PIC 9"},
+                 {13, 2, 0, 1, 1, "X", 1011, "PIC 9"},
+                 {13, 2, 0, 2, 1, "Y", 1011, "PIC 9"},
+                 {13, 3, 0, 1, 1, "Y", 1011, "PIC 9"},
+                 {13, 3, 0, 2, 1, "Z", 1011, "PIC 9"}});
+    // ROOT (icon 20) lists no lines.
+    repo.Insert("QXROW", "QXFileID, QXObjectID, QXRowID, QXRow",
+                {{11, 1, 1, "PAY LINE"}, {13, 2, 1, "BASE LINE"}, {13, 3, 1, "ROOT LINE"}});
+    repo.Insert("QXENTRY", "QXFileID, QXObjectID, QXEntryID, QXEntryName",
+                {{11, 1, 1, "MAIN"},
+                 {11, 1, 2, "CALC"},
+                 {11, 2, 1, "HENTRY"},
+                 {11, 3, 1, "UNUSEDENTRY"},
+                 {12, 1, 1, "SUBENTRY"},
+                 {13, 2, 1, "MAIN"},
+                 {13, 2, 2, "INIT"},
+                 {13, 3, 1, "INIT"},
+                 {13, 3, 2, "FINISH"},
+                 {15, 1, 1, "E1"},
+                 {15, 2, 1, "E2"},
+                 {15, 3, 1, "E3"}});
+}
+
 std::unique_ptr<TQXItem> Item(qint32 f, qint32 s, qint32 c, qint32 a, qint32 p, qint32 o = 0,
                               qint32 e = 0, qint32 r = 0) {
     return std::make_unique<TQXItem>(f, s, c, a, p, o, e, r, 0);
@@ -95,6 +156,7 @@ class TestDistributionExpansion : public QObject, protected ViewRepositoryFixtur
 private slots:
     void initTestCase() {
         BuildEstate(FRepo);
+        BuildInheritance(FRepo);
         OpenRepository();
     }
     void init() {
@@ -194,6 +256,37 @@ private slots:
         TQXTreeNode* free = Root(Object(3, 1), 53);
         QCOMPARE(Expand(free, 1), QStringList{"ORDERS"});
         QCOMPARE(Expandable(free), QList<int>{1});
+    }
+
+    void inheritedSourceFollowsTheObject() {
+        TQXTreeNode* payroll = Root(Object(11, 1), 54);
+        QCOMPARE(
+            Expand(payroll, 0),
+            (QStringList{"PAYSUB [Copy]", "PAYEMPTY [Copy]", " HVAR as PIC 9 [PAYROLL]",
+                         " X as PIC 9 [PAYROLL]", " X as PIC 9 [PAYROLL]", "PAY LINE",
+                         "MAIN [PAYROLL]", "CALC [PAYROLL]", "HENTRY [PAYROLL]",
+                         "--- Inherited source [BASE] ---", " Y as PIC 9 [BASE]", "BASE LINE",
+                         "INIT [BASE]", "--- Inherited source [ROOT] ---", " Z as PIC 9 [ROOT]",
+                         "FINISH [ROOT]", "--- Inherited source [NOWHERE.GONE] is missing ---"}));
+        // Only entries and sub-objects with something inside open further.
+        QCOMPARE(Expandable(payroll),
+                 (QList<int>{1, 0, 0, 0, 0, 0, 1, 1, 1, 0, 0, 0, 1, 0, 0, 1, 0}));
+        QCOMPARE(Images(payroll).at(2), 35);
+        QCOMPARE(Images(payroll).at(9), -1);
+        QCOMPARE(ItemId(payroll->Child(9)), QString("0,0,0,0,0,0,0,-1,0"));
+    }
+
+    void inheritanceEnds() {
+        // A cycle stops before an object is listed a second time.
+        QCOMPARE(Expand(Root(Object(15, 1), 43), 0),
+                 (QStringList{"E1 [CYCA]", "--- Inherited source [CYCB] ---", "E2 [CYCB]"}));
+        QCOMPARE(Expand(Root(Object(15, 3), 43), 0), QStringList{"E3 [SELF]"});
+        QCOMPARE(Expand(Root(Object(15, 4), 43), 0),
+                 QStringList{"--- Inherited source [GONE] is missing ---"});
+        // Variables of objects shown with icon 20 or 43 get icon 45.
+        TQXTreeNode* root = Root(Object(13, 3), 20);
+        QCOMPARE(Expand(root, 0).first(), QStringLiteral(" Y as PIC 9 [ROOT]"));
+        QCOMPARE(Images(root).first(), 45);
     }
 
     void aNodeIsExpandedOnce() {

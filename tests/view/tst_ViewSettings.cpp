@@ -45,10 +45,7 @@ private slots:
             {false, false, "Data", false, "Variable Declaration is part of" + green},
             {false, false, "System", false, "System"},
             {false, false, "Entry", true, "Entry is part of"},
-            {true, true, "Entry", true, "Entrys in order of execution, call TO other Entry(s)"},
             {true, true, "Entry", false, "Entry uses Entry(s)"},
-            {true, true, "Object", true, "Object uses Object(s), in order of use"},
-            {true, true, "Object", false, "Object uses Object(s)"},
             {true, true, "Code", true,
              "Lines of Code in order of execution, call TO other Entry(s)"},
             {true, true, "Data", false,
@@ -59,7 +56,6 @@ private slots:
             {true, false, "Data", false,
              "Dataflow FROM other Variable(s) and Line of Code where flow is executed" + green},
             {true, false, "Entry", true, "Entry is used by Entry(s)"},
-            {true, false, "System", false, "System is used by System(s)"},
         };
         ViewFixture f;
         const auto view = f.MakeView();
@@ -107,7 +103,9 @@ private slots:
         QCOMPARE(view->lblUserHint->text(), QString("View: System is used by System(s)"));
     }
 
-    void menuChoiceOfLevelLeavesTheTree() {
+    // A level chosen from the menu leaves the tree and checks the option box
+    // where it is shown.
+    void menuChoiceOfLevel() {
         ViewFixture f;
         const auto view = f.MakeView();
         view->tvMain->AddRoot("PAYCALC");
@@ -118,43 +116,8 @@ private slots:
         }
         QCOMPARE(view->lblUserHint->text(), QString("View: Entry contains"));
         QCOMPARE(RootTexts(*view->tvMain), QStringList({"PAYCALC"}));
-    }
-
-    void comboChoiceSetsTheOptionBox() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        SetViewBy(*view, true, true, "Object");
-        view->cbViewBy->setFocus();
-        QTest::keyClick(view->cbViewBy, Qt::Key_Down); // the user picks Entry
-        QCOMPARE(view->Settings().Level, TQXLevel::Entry);
-        QVERIFY(view->cbOption->isVisibleTo(view.get()));
-        QVERIFY(view->cbOption->isChecked());
-        QCOMPARE(view->lblOption->text(), QString("Show Entrys sequentially"));
-        QCOMPARE(view->lblUserHint->text(),
-                 QString("View: Entrys in order of execution, call TO other Entry(s)"));
-        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "Entry1"}));
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({ClickRefresh}));
-
-        QTest::keyClick(view->cbViewBy, Qt::Key_Up); // back to Object
-        QVERIFY(view->cbOption->isVisibleTo(view.get()));
-        QVERIFY(!view->cbOption->isChecked());
-        QCOMPARE(view->lblOption->text(), QString("Show Objects sequentially"));
-        QCOMPARE(view->lblUserHint->text(), QString("View: Object uses Object(s)"));
-
-        // A click on the option box keeps what the user chose.
-        view->cbOption->click();
-        QVERIFY(view->cbOption->isChecked());
-        QCOMPARE(view->lblUserHint->text(),
-                 QString("View: Object uses Object(s), in order of use"));
-
-        QTest::mouseClick(view->rbBottomUp, Qt::LeftButton);
         QVERIFY(view->cbOption->isHidden());
-        QVERIFY(view->lblOption->isHidden());
-    }
 
-    void menuChoiceSetsTheOptionBox() {
-        ViewFixture f;
-        const auto view = f.MakeView();
         SetViewBy(*view, true, true, "System");
         view->mnuView.FindItem("Object1")->trigger();
         QVERIFY(view->cbOption->isVisibleTo(view.get()));
@@ -176,6 +139,37 @@ private slots:
 
         view->mnuView.FindItem("Code1")->trigger();
         QVERIFY(view->cbOption->isHidden());
+    }
+
+    void comboChoiceSetsTheOptionBox() {
+        ViewFixture f;
+        const auto view = f.MakeView();
+        SetViewBy(*view, true, true, "Object");
+        view->cbViewBy->setFocus();
+        QTest::keyClick(view->cbViewBy, Qt::Key_Down); // the user picks Entry
+        QCOMPARE(view->Settings().Level, TQXLevel::Entry);
+        QVERIFY(view->cbOption->isVisibleTo(view.get()));
+        QVERIFY(view->cbOption->isChecked());
+        QCOMPARE(view->lblOption->text(), QString("Show Entrys sequentially"));
+        QCOMPARE(view->lblUserHint->text(),
+                 QString("View: Entrys in order of execution, call TO other Entry(s)"));
+        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "Entry1"}));
+
+        QTest::keyClick(view->cbViewBy, Qt::Key_Up); // back to Object
+        QVERIFY(view->cbOption->isVisibleTo(view.get()));
+        QVERIFY(!view->cbOption->isChecked());
+        QCOMPARE(view->lblOption->text(), QString("Show Objects sequentially"));
+        QCOMPARE(view->lblUserHint->text(), QString("View: Object uses Object(s)"));
+
+        // A click on the option box keeps what the user chose.
+        view->cbOption->click();
+        QVERIFY(view->cbOption->isChecked());
+        QCOMPARE(view->lblUserHint->text(),
+                 QString("View: Object uses Object(s), in order of use"));
+
+        QTest::mouseClick(view->rbBottomUp, Qt::LeftButton);
+        QVERIFY(view->cbOption->isHidden());
+        QVERIFY(view->lblOption->isHidden());
     }
 
     void syncFollowsTheControls() {

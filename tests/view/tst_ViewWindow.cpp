@@ -3,19 +3,15 @@
 #include "ViewFixture.h"
 
 #include "repository/Errors.h"
-#include "sqlaccess/SqlDataAccess.h"
-#include "support/TestRepository.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTreeView>
 #include <QtTest>
 
 namespace {
@@ -50,52 +46,23 @@ class TestViewWindow : public QObject {
     Q_OBJECT
 
 private slots:
-    void constructionShowsTheDefaults() {
+    void constructionShowsTheDefaultsAndMergesTheMenus() {
         ViewFixture f;
         f.Host.SetTreeFont("DejaVu Sans Mono", 13);
         const auto view = f.MakeView();
-        QCOMPARE(view->gbViewType->title(), QString(" View Type: "));
-        QCOMPARE(view->gbTrackDirection->title(), QString(" View Track Direction: "));
-        QCOMPARE(view->gbViewBy->title(), QString(" View By: "));
-        QCOMPARE(view->gbRootItemFilter->title(), QString(" RootItem Filter: "));
-        QCOMPARE(view->gbRootItemLimit->title(), QString(" RootItem Limit: "));
-        QVERIFY(view->rbDistribution->isChecked());
-        QVERIFY(view->rbTopDown->isChecked());
-        QVERIFY(view->rbFilterOff->isChecked());
-        QStringList levels;
-        for (int i = 0; i < view->cbViewBy->count(); ++i)
-            levels << view->cbViewBy->itemText(i);
-        QCOMPARE(levels, QStringList({"System", "Computer", "Application", "Package", "Object",
-                                      "Entry", "Code", "Data"}));
-        QCOMPARE(view->tbRootItemLimit->text(), QString("100"));
-        QVERIFY(view->cbOption->isHidden());
-        QVERIFY(view->lblOption->isHidden());
-        QCOMPARE(view->cbRefreshView->text(), QString("Refresh"));
+        const TQXViewSettings settings = view->Settings();
+        QVERIFY(!settings.IsDependencies() && settings.IsTopDown() && !settings.FilterOn);
+        QCOMPARE(settings.Level, TQXLevel::System);
+        QCOMPARE(settings.LimitText, QString("100"));
+        QVERIFY(view->cbOption->isHidden() && view->lblOption->isHidden());
         QCOMPARE(view->lblUserHint->text(), QString("View: System contains"));
-        QVERIFY(view->lblUserHint->font().bold());
-        QCOMPARE(view->tvMain->RootCount(), 0);
-        QCOMPARE(view->tvMain->findChild<QTreeView*>()->indentation(), 19);
-        QCOMPARE(view->tvMain->findChild<QTreeView*>()->selectionMode(),
-                 QAbstractItemView::ExtendedSelection);
         QCOMPARE(view->tvMain->font().family(), QString("DejaVu Sans Mono"));
         QCOMPARE(view->tvMain->font().pointSize(), 13);
         QVERIFY(!view->AskBeforeClosing());
-    }
-
-    void viewMenuIsMergedWithTheBaseMenu() {
-        ViewFixture f;
-        const auto view = f.MakeView();
         QCOMPARE(MenuNames(view->mnuView),
                  QStringList({"File1", "Edit1", "View1", "Filter1", "Tracks1", "Window1"}));
-        for (const char* name : {"View1", "Filter1", "Tracks1", "Refresh1", "SetFilter1",
-                                 "ClearFilter1", "AutoCompleteTrack1", "AddTrack1", "N7"})
-            QCOMPARE(TQXMainMenu::GroupIndex(view->mnuView.FindItem(name)), 40);
-        QCOMPARE(TQXMainMenu::GroupIndex(view->mnuView.FindItem("Dependencies1")), 41);
-        QCOMPARE(TQXMainMenu::GroupIndex(view->mnuView.FindItem("BottomUp1")), 42);
-        QCOMPARE(TQXMainMenu::GroupIndex(view->mnuView.FindItem("Data1")), 43);
         QVERIFY(!view->mnuView.FindItem("AutoCompleteTrack1")->isEnabled());
         QVERIFY(!view->mnuView.FindItem("AddTrack1")->isEnabled());
-        QCOMPARE(view->mnuView.FindItem("Refresh1")->text(), QString("Refresh"));
     }
 
     void popupItemsFollowTheHostsWindows() {
@@ -305,21 +272,6 @@ private slots:
             QCOMPARE(f.Ui.CursorLog(), (QList<Qt::CursorShape>{Qt::WaitCursor, Qt::ArrowCursor}));
             QVERIFY(view->tvMain->updatesEnabled());
         }
-    }
-
-    void aRealRepository() {
-        TestRepository repository;
-        TQXScriptedUIServices ui;
-        TQXBaseFunctions host;
-        host.SetConnection("Estate", repository.Location());
-        TQXView view(nullptr, 1, &host, "View 1", "Estate", "");
-        view.RefreshContent(nullptr, nullptr, QString());
-        QVERIFY(dynamic_cast<SqlDataAccess*>(view.DataAccess()));
-        QCOMPARE(RootTexts(*view.tvMain), QStringList({EmptyMarker}));
-        repository.Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAYCALC.CBL"}});
-        view.RefreshContent(view.DataAccess(), nullptr, QString());
-        QCOMPARE(view.tvMain->Root(0)->Text(), QString("  *** No Hits on System ***"));
-        QVERIFY(ui.Messages().isEmpty());
     }
 };
 
