@@ -83,13 +83,6 @@ void BuildEstate(TestRepository& repo) {
                  {7, 70, "APKG", "BETA", 2, 1}});
 }
 
-TQXItem Object(int file, int object) {
-    return TQXItem(file, 0, 0, 0, 0, object, 0, 0, 0);
-}
-TQXItem Entry(int file, int object, int entry) {
-    return TQXItem(file, 0, 0, 0, 0, object, entry, 0, 0);
-}
-
 } // namespace
 
 class TestDependenciesExpansion : public QObject, protected ViewRepositoryFixture {
@@ -99,11 +92,11 @@ class TestDependenciesExpansion : public QObject, protected ViewRepositoryFixtur
     std::unique_ptr<TQXExpansionContext> FContext;
 
     // An expandable root node of an empty tree, in a view of that level.
-    TQXTreeNode* Root(const QString& level, const TQXItem& item, bool option = false) {
+    TQXTreeNode* Root(const QString& level, std::unique_ptr<TQXItem> item, bool option = false) {
         FTree->Clear();
         FContext->Settings.Level = *level::FromName(level);
         FContext->Settings.Option = FView->Option = option;
-        return AddClosed(std::make_unique<TQXItem>(item), 0, nullptr, level);
+        return AddClosed(std::move(item), 0, nullptr, level);
     }
     TQXTreeNode* Open(TQXTreeNode* node, int direction = 0) {
         FContext->Settings.Direction =
@@ -134,14 +127,14 @@ private slots:
     void init() { FContext->Limits = {}; }
 
     void aNodeIsExpandedOnce() {
-        TQXTreeNode* main = Open(Root("Object", Object(1, 1)));
+        TQXTreeNode* main = Open(Root("Object", TQXItem::ForObject(1, 1)));
         const QStringList first = ChildTexts(main);
         QCOMPARE(first.size(), 6);
         QCOMPARE(ChildTexts(Open(main)), first);
         // Only children that call something get a placeholder.
         QCOMPARE(Expandable(main), (QList<int>{0, 0, 0, 1, 1, 1}));
         // The Data view only drops the placeholder.
-        QCOMPARE(Open(Root("Data", Object(1, 1)))->ChildCount(), 0);
+        QCOMPARE(Open(Root("Data", TQXItem::ForObject(1, 1)))->ChildCount(), 0);
     }
 
     void limitsRefuseNodesThroughTheTree() {
@@ -150,7 +143,7 @@ private slots:
                 FContext->Settings.Direction = TQXDirection::TopDown;
                 TQXDependenciesExpander(*FContext).Expand(node);
             });
-        TQXTreeNode* main = Root("Object", Object(1, 1));
+        TQXTreeNode* main = Root("Object", TQXItem::ForObject(1, 1));
         FContext->Limits.FileID = 1;
         FContext->Limits.ObjectID = 4;
         main->SetExpanded(true);
@@ -163,11 +156,11 @@ private slots:
         // Within a package: BETA is a member of PKGLIB, MAIN is not.
         init();
         FContext->Limits.PackageID = 90;
-        main = Root("Object", Object(1, 1));
+        main = Root("Object", TQXItem::ForObject(1, 1));
         main->SetExpanded(true);
         QCOMPARE(main->ChildCount(), 0);
         QVERIFY(TQXTreeControl::HasPlaceholder(main));
-        TQXTreeNode* beta = Root("Object", Object(2, 1));
+        TQXTreeNode* beta = Root("Object", TQXItem::ForObject(2, 1));
         beta->SetExpanded(true);
         QCOMPARE(ChildTexts(beta), QStringList{"MAIN [Program]"});
         disconnect(expansion);
@@ -179,31 +172,31 @@ private slots:
         const QString unsure =
             "    CUSTFILE in CUST.DAT [File] [Parser unshure, therefore possible call]";
         QCOMPARE(
-            ChildTexts(Open(Root("Object", Object(1, 1)))),
+            ChildTexts(Open(Root("Object", TQXItem::ForObject(1, 1)))),
             (QStringList{"ALPHA [Class]", base, mixin, "BETA [Class]", "ZETA [Program]", unsure}));
-        TQXTreeNode* main = Open(Root("Object", Object(1, 1), true));
+        TQXTreeNode* main = Open(Root("Object", TQXItem::ForObject(1, 1), true));
         QCOMPARE(ChildTexts(main), (QStringList{"ZETA [Program]", "ALPHA [Class]", base, mixin,
                                                 "BETA [Class]", unsure}));
         QCOMPARE(Images(main), (QList<int>{20, 30, 30, 32, 30, 50}));
         // Entries: the inheriting name is the sub-object's full name; the
         // inherited entry follows the first child of its object only.
         QCOMPARE(
-            ChildTexts(Open(Root("Entry", Entry(1, 1, 1)))),
+            ChildTexts(Open(Root("Entry", TQXItem::ForEntry(1, 1, 1)))),
             (QStringList{"INIT [ALPHA]",
                          "    RUN [BASE]    [Inherited from MAIN.ALPHA, therefore possible call]",
                          "ZAP [ALPHA]"}));
     }
 
     void bottomUpInheritedAndUncertainCallers() {
-        TQXTreeNode* base = Open(Root("Object", Object(2, 2)), 1);
+        TQXTreeNode* base = Open(Root("Object", TQXItem::ForObject(2, 2)), 1);
         QCOMPARE(ChildTexts(base),
                  (QStringList{"MAIN [MAIN inherits from ALPHA, therefore possible caller]",
                               "CUSTFILE [CUSTFILE in CUST.DAT inherits from BETA, therefore "
                               "possible caller]"}));
         QCOMPARE(Images(base), (QList<int>{21, 51}));
-        QCOMPARE(ChildTexts(Open(Root("Object", Object(3, 1)), 1)),
+        QCOMPARE(ChildTexts(Open(Root("Object", TQXItem::ForObject(3, 1)), 1)),
                  QStringList{"    MAIN [Program] [Parser unshure, therefore possible caller]"});
-        TQXTreeNode* run = Open(Root("Entry", Entry(2, 2, 1)), 1);
+        TQXTreeNode* run = Open(Root("Entry", TQXItem::ForEntry(2, 2, 1)), 1);
         QCOMPARE(
             ChildTexts(run),
             (QStringList{"START [MAIN]    [MAIN inherits from ALPHA, therefore possible caller]",
@@ -213,16 +206,16 @@ private slots:
     }
 
     void hiddenPartsTakeTheIconOfTheirNamesake() {
-        TQXTreeNode* icons = Open(Root("Object", Object(1, 4)));
+        TQXTreeNode* icons = Open(Root("Object", TQXItem::ForObject(1, 4)));
         QCOMPARE(ChildTexts(icons), (QStringList{"COPYA [Copy]", "COPYB [Copy]"}));
         QCOMPARE(Images(icons), (QList<int>{40, -1}));
-        TQXTreeNode* zeta = Open(Root("Object", Object(1, 2)), 1);
+        TQXTreeNode* zeta = Open(Root("Object", TQXItem::ForObject(1, 2)), 1);
         QCOMPARE(ChildTexts(zeta), (QStringList{"COPYA [Copy]", "MAIN [Program]"}));
         QCOMPARE(Images(zeta), (QList<int>{41, 21}));
     }
 
     void recursionIsMarkedDeepInThePath() {
-        TQXTreeNode* main = Open(Root("Object", Object(1, 1)));
+        TQXTreeNode* main = Open(Root("Object", TQXItem::ForObject(1, 1)));
         TQXTreeNode* beta = Open(Open(main, "ZETA [Program]"), "BETA [Class]");
         QCOMPARE(ChildTexts(beta), QStringList{"MAIN [Program] !!! Recursive Track from here !!!"});
         QCOMPARE(Expandable(beta), QList<int>{0});
@@ -230,7 +223,7 @@ private slots:
 
     void codeViewImagesAlternateByDepth() {
         // TopDown: entries list lines (d even), lines list called entries (d odd).
-        TQXTreeNode* node = Open(Root("Code", Entry(5, 1, 1)));
+        TQXTreeNode* node = Open(Root("Code", TQXItem::ForEntry(5, 1, 1)));
         QCOMPARE(ChildTexts(node), (QStringList{"PERFORM CALC", "DISPLAY X"}));
         QCOMPARE(Images(node), (QList<int>{25, 0}));
         QCOMPARE(Expandable(node), (QList<int>{1, 0}));
@@ -245,7 +238,7 @@ private slots:
         QCOMPARE(Images(node), QList<int>{25});
         // BottomUp: callers first, then the lines; the line calling the
         // entry above gets 27 + the depth's parity.
-        node = Open(Root("Code", Entry(5, 1, 3)), 1);
+        node = Open(Root("Code", TQXItem::ForEntry(5, 1, 3)), 1);
         QCOMPARE(ChildTexts(node), (QStringList{"CALC [PGM]", "CALL 'LOG'"}));
         QCOMPARE(Images(node), (QList<int>{34, 0}));
         QCOMPARE(Expandable(node), (QList<int>{1, 0}));
@@ -257,18 +250,18 @@ private slots:
     }
 
     void groupingsAreListedOnceAndSorted() {
-        TQXTreeNode* accounts = Open(Root("System", TQXItem(0, 1, 0, 0, 0, 0, 0, 0, 0)));
+        TQXTreeNode* accounts = Open(Root("System", TQXItem::ForSystem(1)));
         QCOMPARE(ChildTexts(accounts), (QStringList{"AUDIT", "BILLING"}));
         QCOMPARE(Images(accounts), (QList<int>{3, 5}));
         QCOMPARE(ItemId(accounts->Child(0)), QString("0,2,0,0,0,0,0,0,0"));
         // Packages of the called objects, found through their names.
-        const TQXItem pkgmainItem(6, 0, 0, 0, 60, 0, 0, 0, 0);
-        TQXTreeNode* pkgmain = Open(Root("Package", pkgmainItem));
+        TQXTreeNode* pkgmain = Open(Root("Package", TQXItem::ForPackage(6, 60)));
         QCOMPARE(ChildTexts(pkgmain), (QStringList{"APKG", "PKGLIB"}));
         QCOMPARE(Images(pkgmain), (QList<int>{12, 12}));
         QCOMPARE(ItemId(pkgmain->Child(1)), QString("9,0,0,0,90,0,0,0,0"));
         // BETA calls MAIN: its packages are the callers.
-        QCOMPARE(Images(Open(Root("Package", pkgmainItem), 1)), (QList<int>{13, 13}));
+        QCOMPARE(Images(Open(Root("Package", TQXItem::ForPackage(6, 60)), 1)),
+                 (QList<int>{13, 13}));
     }
 };
 

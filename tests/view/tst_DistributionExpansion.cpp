@@ -118,14 +118,6 @@ void BuildInheritance(TestRepository& repo) {
                  {15, 3, 1, "E3"}});
 }
 
-std::unique_ptr<TQXItem> Item(qint32 f, qint32 s, qint32 c, qint32 a, qint32 p, qint32 o = 0,
-                              qint32 e = 0, qint32 r = 0) {
-    return std::make_unique<TQXItem>(f, s, c, a, p, o, e, r, 0);
-}
-std::unique_ptr<TQXItem> Object(qint32 f, qint32 o) {
-    return Item(f, 0, 0, 0, 0, o);
-}
-
 } // namespace
 
 class TestDistributionExpansion : public QObject, protected ViewRepositoryFixture {
@@ -165,7 +157,7 @@ private slots:
     }
 
     void packageMembersByName() {
-        TQXTreeNode* package = Root(Item(6, 0, 0, 0, 10), 12);
+        TQXTreeNode* package = Root(TQXItem::ForPackage(6, 10), 12);
         // ACCTFILE (icon 50) is not shown; the lost member keeps its name.
         QCOMPARE(Expand(package, 0),
                  (QStringList{"ACCT [Program]", "LOSTPGM [source not loaded]"}));
@@ -175,73 +167,73 @@ private slots:
         QCOMPARE(ItemId(lost), QString("0,0,0,0,0,0,0,0,0"));
         QVERIFY(Expand(lost, 0).isEmpty());
         // BottomUp a package shows the application of its file.
-        QCOMPARE(Expand(Root(Item(6, 0, 0, 0, 10), 13), 1), QStringList{"BILLING"});
+        QCOMPARE(Expand(Root(TQXItem::ForPackage(6, 10), 13), 1), QStringList{"BILLING"});
     }
 
     void applicationContents() {
-        TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
+        TQXTreeNode* billing = Root(TQXItem::ForApplication(4), 9);
         // Sorted; no object of another application, in a package, hidden or icon 50.
         QCOMPARE(Expand(billing, 0), (QStringList{"ACCTREC [Copy]", "ACCTSUB [Copy]", "BATCHPKG"}));
         QCOMPARE(Images(billing).last(), 12);
         QCOMPARE(ItemId(billing->Child(2)), QString("6,0,0,0,10,0,0,0,0"));
         QCOMPARE(Expandable(billing), (QList<int>{1, 1, 1}));
         // A computer shown among applications lists the objects of its files.
-        QCOMPARE(Expand(Root(Item(0, 0, 3, 0, 0), 49), 0), QStringList{"GATEPGM [Program]"});
-        QCOMPARE(Expand(Root(Item(0, 0, 3, 0, 0), 49), 1), QStringList{"NORTH"});
+        QCOMPARE(Expand(Root(TQXItem::ForComputer(3), 49), 0), QStringList{"GATEPGM [Program]"});
+        QCOMPARE(Expand(Root(TQXItem::ForComputer(3), 49), 1), QStringList{"NORTH"});
     }
 
     void containersOfObjects() {
-        QCOMPARE(Expand(Root(Object(1, 1)), 1), QStringList{"BATCHPKG"});
-        QCOMPARE(Expand(Root(Object(3, 1)), 1), QStringList{"ORDERS"});
+        QCOMPARE(Expand(Root(TQXItem::ForObject(1, 1)), 1), QStringList{"BATCHPKG"});
+        QCOMPARE(Expand(Root(TQXItem::ForObject(3, 1)), 1), QStringList{"ORDERS"});
         // Without an application, only a computer with icon 49 is shown.
-        TQXTreeNode* gate = Root(Object(5, 1));
+        TQXTreeNode* gate = Root(TQXItem::ForObject(5, 1));
         QCOMPARE(Expand(gate, 1), QStringList{"GATEWAY"});
         QCOMPARE(Images(gate), QList<int>{49});
-        QVERIFY(Expand(Root(Object(4, 1)), 1).isEmpty());
+        QVERIFY(Expand(Root(TQXItem::ForObject(4, 1)), 1).isEmpty());
         // A sub-object's enclosing object, in a sibling file with the same
         // base name, with the object's own icon.
-        TQXTreeNode* record = Root(Object(2, 1));
+        TQXTreeNode* record = Root(TQXItem::ForObject(2, 1));
         QCOMPARE(Expand(record, 1), QStringList{"ACCT [Program]"});
         QCOMPARE(Images(record), QList<int>{52});
         QCOMPARE(ItemId(record->Child(0)), QString("1,0,0,0,0,1,0,0,0"));
-        QCOMPARE(Expand(Root(Object(1, 3)), 1), QStringList{"ACCT [Program]"});
+        QCOMPARE(Expand(Root(TQXItem::ForObject(1, 3)), 1), QStringList{"ACCT [Program]"});
     }
 
     void attributesListedOnce() {
-        QCOMPARE(Expand(Root(Item(0, 0, 2, 0, 0)), 0), (QStringList{"BILLING", "ORDERS"}));
-        TQXTreeNode* north = Root(Item(0, 1, 0, 0, 0), 1);
+        QCOMPARE(Expand(Root(TQXItem::ForComputer(2)), 0), (QStringList{"BILLING", "ORDERS"}));
+        TQXTreeNode* north = Root(TQXItem::ForSystem(1), 1);
         QCOMPARE(Expand(north, 0), (QStringList{"GATEWAY", "HOST1"}));
         QCOMPARE(ItemId(north->Child(0)), QString("0,0,3,0,0,0,0,0,0"));
-        QVERIFY(Expand(Root(Item(0, 1, 0, 0, 0), 1), 1).isEmpty());
+        QVERIFY(Expand(Root(TQXItem::ForSystem(1), 1), 1).isEmpty());
         // BottomUp the containment ends at the system: nothing to open there.
-        TQXTreeNode* host = Root(Item(0, 0, 2, 0, 0));
+        TQXTreeNode* host = Root(TQXItem::ForComputer(2));
         QCOMPARE(Expand(host, 1), QStringList{"NORTH"});
         QCOMPARE(Expandable(host), QList<int>{0});
-        TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
+        TQXTreeNode* billing = Root(TQXItem::ForApplication(4), 9);
         QCOMPARE(Expand(billing, 1), QStringList{"HOST1"});
         QCOMPARE(Expandable(billing), QList<int>{1});
     }
 
     void hiddenPartsShowTheirVisibleObject() {
-        TQXTreeNode* hidden = Root(Item(1, 0, 0, 0, 0, 2, 1));
+        TQXTreeNode* hidden = Root(TQXItem::ForEntry(1, 2, 1));
         QCOMPARE(Expand(hidden, 1), QStringList{"ACCT [Program]"});
         QCOMPARE(Images(hidden), QList<int>{53});
         QCOMPARE(ItemId(hidden->Child(0)), QString("1,0,0,0,0,1,0,0,0"));
         // Without a visible object the expansion ends with nothing.
-        QVERIFY(Expand(Root(Item(3, 0, 0, 0, 0, 2, 1)), 1).isEmpty());
+        QVERIFY(Expand(Root(TQXItem::ForEntry(3, 2, 1)), 1).isEmpty());
     }
 
     void rootLinesAndEntries() {
         FLevel = TQXLevel::Code;
-        TQXTreeNode* line = Root(Item(1, 0, 0, 0, 0, 1, 1, 2), 0);
+        TQXTreeNode* line = Root(TQXItem::ForRow(1, 1, 1, 2), 0);
         QCOMPARE(Expand(line, 1), QStringList{"MAIN [ACCT]"});
         QCOMPARE(Images(line), QList<int>{32});
-        QVERIFY(Expand(Root(Item(1, 0, 0, 0, 0, 1, 1, 2), 0), 0).isEmpty());
+        QVERIFY(Expand(Root(TQXItem::ForRow(1, 1, 1, 2), 0), 0).isEmpty());
         // A line of a hidden part outside entries shows the visible object.
-        QCOMPARE(Expand(Root(Item(1, 0, 0, 0, 0, 2, 0, 5), 0), 1), QStringList{"ACCT [Program]"});
+        QCOMPARE(Expand(Root(TQXItem::ForRow(1, 2, 0, 5), 0), 1), QStringList{"ACCT [Program]"});
         // An entry lists its variables, then its lines, in record order.
         FLevel = TQXLevel::Entry;
-        TQXTreeNode* main = Root(Item(1, 0, 0, 0, 0, 1, 1), 29);
+        TQXTreeNode* main = Root(TQXItem::ForEntry(1, 1, 1), 29);
         QCOMPARE(Expand(main, 0), (QStringList{" ZED as PIC X", " ALPHA as PIC X", "MOVE 1 TO ZED",
                                                "ADD 1 TO ALPHA"}));
         QCOMPARE(Images(main).first(), 35);
@@ -249,17 +241,17 @@ private slots:
     }
 
     void aRepeatedItemEndsThePath() {
-        TQXTreeNode* orders = Root(Item(0, 0, 0, 5, 0), 9);
-        TQXTreeNode* program = Root(Object(3, 1), 53, orders);
+        TQXTreeNode* orders = Root(TQXItem::ForApplication(5), 9);
+        TQXTreeNode* program = Root(TQXItem::ForObject(3, 1), 53, orders);
         QCOMPARE(Expand(program, 1), QStringList{"ORDERS !!! Recursive Track from here !!!"});
         QCOMPARE(Expandable(program), QList<int>{0});
-        TQXTreeNode* free = Root(Object(3, 1), 53);
+        TQXTreeNode* free = Root(TQXItem::ForObject(3, 1), 53);
         QCOMPARE(Expand(free, 1), QStringList{"ORDERS"});
         QCOMPARE(Expandable(free), QList<int>{1});
     }
 
     void inheritedSourceFollowsTheObject() {
-        TQXTreeNode* payroll = Root(Object(11, 1), 54);
+        TQXTreeNode* payroll = Root(TQXItem::ForObject(11, 1), 54);
         QCOMPARE(
             Expand(payroll, 0),
             (QStringList{"PAYSUB [Copy]", "PAYEMPTY [Copy]", " HVAR as PIC 9 [PAYROLL]",
@@ -278,19 +270,19 @@ private slots:
 
     void inheritanceEnds() {
         // A cycle stops before an object is listed a second time.
-        QCOMPARE(Expand(Root(Object(15, 1), 43), 0),
+        QCOMPARE(Expand(Root(TQXItem::ForObject(15, 1), 43), 0),
                  (QStringList{"E1 [CYCA]", "--- Inherited source [CYCB] ---", "E2 [CYCB]"}));
-        QCOMPARE(Expand(Root(Object(15, 3), 43), 0), QStringList{"E3 [SELF]"});
-        QCOMPARE(Expand(Root(Object(15, 4), 43), 0),
+        QCOMPARE(Expand(Root(TQXItem::ForObject(15, 3), 43), 0), QStringList{"E3 [SELF]"});
+        QCOMPARE(Expand(Root(TQXItem::ForObject(15, 4), 43), 0),
                  QStringList{"--- Inherited source [GONE] is missing ---"});
         // Variables of objects shown with icon 20 or 43 get icon 45.
-        TQXTreeNode* root = Root(Object(13, 3), 20);
+        TQXTreeNode* root = Root(TQXItem::ForObject(13, 3), 20);
         QCOMPARE(Expand(root, 0).first(), QStringLiteral(" Y as PIC 9 [ROOT]"));
         QCOMPARE(Images(root).first(), 45);
     }
 
     void aNodeIsExpandedOnce() {
-        TQXTreeNode* billing = Root(Item(0, 0, 0, 4, 0), 9);
+        TQXTreeNode* billing = Root(TQXItem::ForApplication(4), 9);
         Expand(billing, 0);
         QCOMPARE(Expand(billing, 0).size(), 3);
         // Opened through the tree itself; collapsing keeps the children.
@@ -298,7 +290,7 @@ private slots:
         TQXDistributionExpander expander(context);
         connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
                 [&](TQXTreeNode* node) { expander.Expand(node); });
-        TQXTreeNode* host = Root(Item(0, 0, 2, 0, 0));
+        TQXTreeNode* host = Root(TQXItem::ForComputer(2));
         for (bool expanded : {true, false, true}) {
             host->SetExpanded(expanded);
             QCOMPARE(host->ChildCount(), 2);
