@@ -5,24 +5,12 @@
 #include "platform/ScriptedUIServices.h"
 #include "repository/Errors.h"
 #include "repository/TreeItems.h"
+#include "support/ErrorOf.h"
 #include "support/NullDataAccess.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest>
-
-namespace {
-
-QString ErrorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const EQXError& e) {
-        return e.Message();
-    }
-    return QString();
-}
-
-} // namespace
 
 class TestBaseFunctions : public QObject {
     Q_OBJECT

@@ -7,6 +7,7 @@
 #include "host/FormRegistrar.h"
 #include "platform/ScriptedUIServices.h"
 #include "repository/Errors.h"
+#include "support/ErrorOf.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -142,12 +143,10 @@ private slots:
             QCOMPARE(form->ConnectionName(), QString("Estate"));
         }
         QVERIFY(!TQXFormRegistry::IsRegistered("TQXPlainForm"));
-        try {
-            TQXFormRegistry::Create("TQXPlainForm", nullptr, 1, &host, "", "", "");
-            QFAIL("created an unregistered class");
-        } catch (const EQXError& e) {
-            QCOMPARE(e.Message(), QString("Class TQXPlainForm not found"));
-        }
+        QCOMPARE(ErrorOf([&] {
+                     TQXFormRegistry::Create("TQXPlainForm", nullptr, 1, &host, "", "", "");
+                 }),
+                 QString("Class TQXPlainForm not found"));
     }
 
     void viewLibraryRegistersTQXViewWhenLoaded() {

@@ -12,6 +12,7 @@
 #include "repository/Errors.h"
 #include "sqlaccess/RepositoryConnection.h"
 #include "sqlaccess/RepositorySchema.h"
+#include "support/ErrorOf.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -22,7 +23,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <functional>
 #include <memory>
 
 namespace {
@@ -300,16 +300,8 @@ private slots:
             TCopybook{TEstateText(QStringLiteral("estate/BROKEN.cpy"),
                                   QStringLiteral("       01  BROKEN.\n           05  B PIC.")),
                       TTarget{2, 1, 0}});
-        auto error = [&](const std::function<void()>& write) {
-            try {
-                write();
-            } catch (const EQXError& e) {
-                return e.Message();
-            }
-            return QString();
-        };
         auto program = [&](const char* statement) {
-            return error([&] {
+            return ErrorOf([&] {
                 const QString text =
                     QStringLiteral("       IDENTIFICATION DIVISION.\n       PROGRAM-ID. BAD.\n     "
                                    "  PROCEDURE DIVISION.\n%1\n       END PROGRAM BAD.")
@@ -331,7 +323,7 @@ private slots:
                  bad + QStringLiteral(
                            "estate/BROKEN.cpy line 2: not a data description entry: 05  B PIC."));
         QCOMPARE(
-            error([&] {
+            ErrorOf([&] {
                 sample::WriteJava(
                     estate, 1,
                     TEstateText(
@@ -342,7 +334,7 @@ private slots:
             }),
             QStringLiteral(
                 "Sample estate: estate/A.java line 4: a call word without a note //@ calls"));
-        QCOMPARE(error([] { TEstateText::Load(QStringLiteral("suite/NOSUCH.cbl")); }),
+        QCOMPARE(ErrorOf([] { TEstateText::Load(QStringLiteral("suite/NOSUCH.cbl")); }),
                  QStringLiteral("Sample estate: the resource estate/suite/NOSUCH.cbl is missing"));
     }
 

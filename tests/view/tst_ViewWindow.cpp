@@ -3,6 +3,7 @@
 #include "ViewFixture.h"
 
 #include "repository/Errors.h"
+#include "support/ErrorOf.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -84,13 +85,8 @@ private slots:
     }
 
     void creationFailuresCarryThePrefix() {
-        try {
-            TQXView view(nullptr, 1, nullptr, "View 1", "Estate", "");
-            QFAIL("a view without base functions");
-        } catch (const EQXError& e) {
-            QVERIFY2(e.Message().startsWith("TQXView.Create: "), qPrintable(e.Message()));
-            QVERIFY(e.Message().endsWith(QChar('\r')));
-        }
+        const QString error = ErrorOf([] { TQXView(nullptr, 1, nullptr, "View 1", "Estate", ""); });
+        QVERIFY2(error.startsWith("TQXView.Create: ") && error.endsWith('\r'), qPrintable(error));
     }
 
     void connectionFailureShowsMessageAndMarker() {
