@@ -5,6 +5,7 @@
 #include "platform/TreeControl.h"
 #include "sqlaccess/RepositorySchema.h"
 #include "support/TestRepository.h"
+#include "support/TreeTexts.h"
 
 #include <QtTest>
 
@@ -14,11 +15,8 @@ namespace {
 QStringList Dump(TQXTreeControl& tree) {
     QStringList lines;
     for (TQXTreeNode* node = tree.FirstNode(); node; node = TQXTreeControl::NextNode(node))
-        lines << QStringLiteral("%1|%2|%3|%4")
-                     .arg(node->Level())
-                     .arg(node->Text())
-                     .arg(node->ImageIndex())
-                     .arg(node->Item() ? node->Item()->GetItemID() : QString());
+        lines << QString::number(node->Level()) + '|' + node->Text() + '|' +
+                     QString::number(node->ImageIndex()) + '|' + ItemId(node);
     return lines;
 }
 
@@ -42,16 +40,13 @@ private slots:
         FillWithDemo(sqlite);
         FillWithDemo(postgres);
         int views = 0;
-        for (bool dependencies : {false, true})
-            for (int direction : {0, 1})
-                for (const char* level : {"System", "Computer", "Application", "Package", "Object",
-                                          "Entry", "Code", "Data"}) {
+        for (TQXViewType type : {TQXViewType::Distribution, TQXViewType::Dependencies})
+            for (TQXDirection direction : {TQXDirection::TopDown, TQXDirection::BottomUp})
+                for (const QString& level : level::Names()) {
                     TQXViewSettings settings;
-                    settings.Type =
-                        dependencies ? TQXViewType::Dependencies : TQXViewType::Distribution;
-                    settings.Direction =
-                        direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp;
-                    settings.Level = *level::FromName(QLatin1String(level));
+                    settings.Type = type;
+                    settings.Direction = direction;
+                    settings.Level = *level::FromName(level);
                     QStringList dumps[2];
                     int i = 0;
                     for (TestRepository* repo : {&sqlite, &postgres}) {
@@ -61,12 +56,8 @@ private slots:
                         QVERIFY(driver.ExpandToDepth(1000, 20000));
                         dumps[i++] = Dump(driver.Tree());
                     }
-                    QVERIFY2(dumps[0] == dumps[1],
-                             qPrintable(QStringLiteral("%1 %2 %3")
-                                            .arg(dependencies ? "Dependencies" : "Distribution")
-                                            .arg(direction)
-                                            .arg(level)));
-                    QVERIFY(!dumps[0].isEmpty());
+                    QVERIFY2(!dumps[0].isEmpty() && dumps[0] == dumps[1],
+                             qPrintable(settings.UserHint()));
                     ++views;
                 }
         QCOMPARE(views, 32);
