@@ -10,9 +10,9 @@
 #include "SourceWriters.h"
 
 #include "repository/Errors.h"
-#include "sqlaccess/RepositoryConnection.h"
 #include "sqlaccess/RepositorySchema.h"
 #include "support/ErrorOf.h"
+#include "support/TestRepository.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -30,22 +30,18 @@ namespace {
 const char* const Tables[] = {"QXFILE",         "QXOBJECT",  "QXENTRY",     "QXROW",      "QXWORD",
                               "QXDEPENDENCIES", "QXPACKAGE", "QXATTRIBUTE", "QXDATAFLOW", "QXLOAD"};
 
-// A repository in a temporary SQLite file on a connection of its own,
-// empty or holding an estate.
+// A repository in a temporary SQLite file: its tables empty, or holding an
+// estate of that scale and seed.
 class TRepository {
 public:
-    TRepository() : FName(QStringLiteral("sample-estate-%1").arg(++Count)) {
-        RepositoryLocation location;
-        location.filePath = FDir.filePath(QStringLiteral("estate.kvdb"));
-        OpenRepositoryDatabase(location, FName, OpenMode::CreateIfMissing);
-    }
-    TRepository(int scale, quint32 seed) : TRepository() {
+    TRepository() = default;
+    TRepository(int scale, quint32 seed) {
         QSqlDatabase db = Db();
+        RepositorySchema::DropTables(db);
         FCounts = BuildSampleEstate(db, SampleEstateOptions{scale, seed, {}, {}});
     }
-    ~TRepository() { CloseRepositoryDatabase(FName); }
 
-    QSqlDatabase Db() const { return QSqlDatabase::database(FName, false); }
+    QSqlDatabase Db() const { return FRepository.Db(); }
     const SampleEstateCounts& Counts() const { return FCounts; }
 
     // The first column of the query's rows, joined by blanks.
@@ -73,9 +69,7 @@ public:
     }
 
 private:
-    static inline int Count = 0;
-    QTemporaryDir FDir;
-    QString FName;
+    TestRepository FRepository;
     SampleEstateCounts FCounts;
 };
 
@@ -251,7 +245,6 @@ private slots:
         QFETCH(int, flows);
         const TRepository repository;
         QSqlDatabase db = repository.Db();
-        RepositorySchema::CreateTables(db);
         TEstateWriter writer(db, {});
         TSourceFile file(writer, 7, 20100);
         file.At(2, 3);
@@ -287,7 +280,6 @@ private slots:
     void faultyTextsAreNamed() {
         const TRepository repository;
         QSqlDatabase db = repository.Db();
-        RepositorySchema::CreateTables(db);
         TEstateWriter writer(db, {});
         TEstate estate(writer, 1);
         TSourceFile file(writer, 1, 20100);
