@@ -1,9 +1,7 @@
 // Dependencies expansion on a purpose-built estate: entry steps, the order
 // and texts of inherited and uncertain calls, hidden-part icons, recursion,
 // the Code view's images by depth, and the grouping levels.
-#include "FakeViewOperations.h"
-#include "support/ViewRepositoryFixture.h"
-#include "view/DependenciesExpander.h"
+#include "ViewRepositoryFixture.h"
 
 #include <QtTest>
 
@@ -88,21 +86,19 @@ void BuildEstate(TestRepository& repo) {
 class TestDependenciesExpansion : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
-    std::unique_ptr<FakeViewOperations> FView;
-    std::unique_ptr<TQXExpansionContext> FContext;
+    TQXViewSettings FSettings = SettingsFor(TQXLevel::Object, true, TQXViewType::Dependencies);
+    TQXExpandLimits FLimits;
 
     // An expandable root node of an empty tree, in a view of that level.
     TQXTreeNode* Root(const QString& level, std::unique_ptr<TQXItem> item, bool option = false) {
         FTree->Clear();
-        FContext->Settings.Level = *level::FromName(level);
-        FContext->Settings.Option = FView->Option = option;
+        FSettings.Level = *level::FromName(level);
+        FSettings.Option = option;
         return AddClosed(std::move(item), 0, nullptr, level);
     }
     TQXTreeNode* Open(TQXTreeNode* node, int direction = 0) {
-        FContext->Settings.Direction =
-            direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp;
-        TQXDependenciesExpander(*FContext).Expand(node);
-        return node;
+        FSettings.Direction = direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp;
+        return Opened(node, FSettings, FLimits);
     }
     // Opens the child with that text.
     TQXTreeNode* Open(TQXTreeNode* node, const QString& child, int direction = 0) {
@@ -116,15 +112,8 @@ private slots:
     void initTestCase() {
         BuildEstate(FRepo);
         OpenRepository();
-        FView = std::make_unique<FakeViewOperations>(*FAccess, FTables);
-        FContext = std::make_unique<TQXExpansionContext>(TQXExpansionContext{
-            *FRecords,
-            *FTree,
-            *FView,
-            SettingsFor(TQXLevel::Object, TQXDirection::TopDown, TQXViewType::Dependencies),
-            {}});
     }
-    void init() { FContext->Limits = {}; }
+    void init() { FLimits = {}; }
 
     void aNodeIsExpandedOnce() {
         TQXTreeNode* main = Open(Root("Object", TQXItem::ForObject(1, 1)));
@@ -139,23 +128,21 @@ private slots:
 
     void limitsRefuseNodesThroughTheTree() {
         const QMetaObject::Connection expansion =
-            connect(FTree.get(), &TQXTreeControl::NodeExpanded, this, [this](TQXTreeNode* node) {
-                FContext->Settings.Direction = TQXDirection::TopDown;
-                TQXDependenciesExpander(*FContext).Expand(node);
-            });
+            connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
+                    [this](TQXTreeNode* node) { Open(node); });
         TQXTreeNode* main = Root("Object", TQXItem::ForObject(1, 1));
-        FContext->Limits.FileID = 1;
-        FContext->Limits.ObjectID = 4;
+        FLimits.FileID = 1;
+        FLimits.ObjectID = 4;
         main->SetExpanded(true);
         QVERIFY(!main->Expanded());
         QCOMPARE(main->ChildCount(), 0);
         QVERIFY(TQXTreeControl::HasPlaceholder(main));
-        FContext->Limits.ObjectID = 1;
+        FLimits.ObjectID = 1;
         main->SetExpanded(true);
         QCOMPARE(main->ChildCount(), 6);
         // Within a package: BETA is a member of PKGLIB, MAIN is not.
         init();
-        FContext->Limits.PackageID = 90;
+        FLimits.PackageID = 90;
         main = Root("Object", TQXItem::ForObject(1, 1));
         main->SetExpanded(true);
         QCOMPARE(main->ChildCount(), 0);

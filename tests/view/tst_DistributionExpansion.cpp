@@ -3,10 +3,7 @@
 // their order, and that a node is expanded only once; an object's contents
 // with the inherited source of its ancestors, names shown once, a missing
 // ancestor and inheritance cycles.
-#include "FakeViewOperations.h"
-#include "support/ViewRepositoryFixture.h"
-#include "view/DistributionExpander.h"
-#include "view/ExpansionContext.h"
+#include "ViewRepositoryFixture.h"
 
 #include <QtTest>
 
@@ -124,25 +121,12 @@ class TestDistributionExpansion : public QObject, protected ViewRepositoryFixtur
     Q_OBJECT
 
     TQXLevel FLevel = TQXLevel::Object;
-    std::unique_ptr<FakeViewOperations> FView;
 
-    TQXExpansionContext Context(int direction = 0) {
-        if (!FView)
-            FView = std::make_unique<FakeViewOperations>(*FAccess, FTables);
-        return {
-            *FRecords,
-            *FTree,
-            *FView,
-            SettingsFor(FLevel, direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp),
-            {}};
-    }
     TQXTreeNode* Root(std::unique_ptr<TQXItem> item, int image = 2, TQXTreeNode* parent = nullptr) {
         return AddClosed(std::move(item), image, parent);
     }
     QStringList Expand(TQXTreeNode* node, int direction) {
-        TQXExpansionContext context = Context(direction);
-        TQXDistributionExpander(context).Expand(node);
-        return ChildTexts(node);
+        return ChildTexts(Opened(node, SettingsFor(FLevel, direction == 0)));
     }
 
 private slots:
@@ -286,10 +270,8 @@ private slots:
         Expand(billing, 0);
         QCOMPARE(Expand(billing, 0).size(), 3);
         // Opened through the tree itself; collapsing keeps the children.
-        TQXExpansionContext context = Context();
-        TQXDistributionExpander expander(context);
         connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
-                [&](TQXTreeNode* node) { expander.Expand(node); });
+                [this](TQXTreeNode* node) { Expand(node, 0); });
         TQXTreeNode* host = Root(TQXItem::ForComputer(2));
         for (bool expanded : {true, false, true}) {
             host->SetExpanded(expanded);

@@ -1,9 +1,8 @@
 // Root items of every level on purpose-built estates: the limit, membership
 // in the filtered selections, texts and icons, record order of lines, and
 // which root nodes can be expanded.
-#include "FakeViewOperations.h"
+#include "ViewRepositoryFixture.h"
 #include "repository/Errors.h"
-#include "support/ViewRepositoryFixture.h"
 #include "view/CallLookup.h"
 #include "view/RootItemLister.h"
 
@@ -76,7 +75,7 @@ class TestRootItems : public QObject, protected ViewRepositoryFixture {
         view.Level = *level::FromName(level);
         view.StopAt = FStopAt;
         TQXViewSettings settings =
-            SettingsFor(view.Level, direction == 0 ? TQXDirection::TopDown : TQXDirection::BottomUp,
+            SettingsFor(view.Level, direction == 0,
                         kind == 0 ? TQXViewType::Dependencies : TQXViewType::Distribution);
         settings.LimitText = limit;
         TQXRootItemLister(*FRecords, *FTree, view).Show(settings);
