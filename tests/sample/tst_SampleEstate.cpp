@@ -303,31 +303,20 @@ private slots:
                                   TRules{});
             });
         };
-        const QString bad = QStringLiteral("Sample estate: estate/BAD.cbl line 4: ");
+        const QString bad = "Sample estate: estate/BAD.cbl line 4: ";
         const QString unclosed = program("           MOVE [A TO [B]");
-        QVERIFY2(unclosed.startsWith(bad + QStringLiteral("a [ that does not close")),
-                 qPrintable(unclosed));
-        QCOMPARE(program("           MOVE [{A] TO [B]"),
-                 bad + QStringLiteral("unclosed placeholder"));
-        QCOMPARE(program("           PERFORM [>NOWHERE]"),
-                 bad + QStringLiteral("nothing called NOWHERE"));
+        QVERIFY2(unclosed.startsWith(bad + "a [ that does not close"), qPrintable(unclosed));
+        QCOMPARE(program("           MOVE [{A] TO [B]"), bad + "unclosed placeholder");
+        QCOMPARE(program("           PERFORM [>NOWHERE]"), bad + "nothing called NOWHERE");
         QCOMPARE(program("           COPY BROKEN."),
-                 bad + QStringLiteral(
-                           "estate/BROKEN.cpy line 2: not a data description entry: 05  B PIC."));
+                 bad + "estate/BROKEN.cpy line 2: not a data description entry: 05  B PIC.");
+        const QString java = "package p;\nclass A {\n    void f() {\n        [>f]();\n    }\n}";
         QCOMPARE(
-            ErrorOf([&] {
-                sample::WriteJava(
-                    estate, 1,
-                    TEstateText(
-                        QStringLiteral("estate/A.java"),
-                        QStringLiteral(
-                            "package p;\nclass A {\n    void f() {\n        [>f]();\n    }\n}")),
-                    1, 2);
-            }),
-            QStringLiteral(
-                "Sample estate: estate/A.java line 4: a call word without a note //@ calls"));
-        QCOMPARE(ErrorOf([] { TEstateText::Load(QStringLiteral("suite/NOSUCH.cbl")); }),
-                 QStringLiteral("Sample estate: the resource estate/suite/NOSUCH.cbl is missing"));
+            ErrorOf(
+                [&] { sample::WriteJava(estate, 1, TEstateText("estate/A.java", java), 1, 2); }),
+            QString("Sample estate: estate/A.java line 4: a call word without a note //@ calls"));
+        QCOMPARE(ErrorOf([] { TEstateText::Load("suite/NOSUCH.cbl"); }),
+                 QString("Sample estate: the resource estate/suite/NOSUCH.cbl is missing"));
     }
 
     void initTestCase() { FDemo = std::make_unique<TRepository>(1, 1); }

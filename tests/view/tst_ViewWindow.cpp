@@ -2,10 +2,14 @@
 // marker nodes and popup rule, expansion dispatch, and the destructor; the
 // view settings: the hint table, radio buttons, combo box and menu check
 // marks in step, the option box rules, and the root-item limit box.
-#include "ViewFixture.h"
-
+#include "host/BaseFunctions.h"
+#include "platform/ScriptedUIServices.h"
+#include "platform/TreeControl.h"
 #include "repository/Errors.h"
 #include "support/ErrorOf.h"
+#include "support/NullDataAccess.h"
+#include "support/TreeTexts.h"
+#include "view/View.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,7 +22,117 @@
 #include <QRadioButton>
 #include <QtTest>
 
+#include <functional>
+#include <map>
+#include <memory>
+
 namespace {
+
+// Data access for the view: tables without records except what a test says,
+// call counters, and scripted failures.
+class FakeDataAccess final : public NullDataAccess {
+public:
+    // What the repository holds: QXFILE answers SelectRecords with this.
+    bool HasFiles = true;
+    // Failures: GetTableRef of this table, CloseTables, SelectRecords.
+    QString FailTable;
+    bool FailCloseTables = false;
+    bool FailSelect = false;
+    // Runs inside every SelectRecords, to look at the view mid-refresh.
+    std::function<void(const QString& table)> OnSelect;
+
+    int CloseTablesCalls = 0;
+    int EndRefreshCalls = 0;
+    QStringList Selected; // "TABLE:where" per SelectRecords
+
+    void CloseTables(QObject*, bool flag) override {
+        ++CloseTablesCalls;
+        if (!flag)
+            throw EQXError(QStringLiteral("CloseTables expects true"));
+        if (FailCloseTables)
+            throw EQXError(QStringLiteral("connection lost"));
+    }
+    TQXTableRef GetTableRef(const QString& name) override {
+        if (name == FailTable)
+            throw EQXError(QStringLiteral("no such table: ") + name);
+        auto& table = FTables[name];
+        if (!table)
+            table = std::make_unique<NullDataSet>(name);
+        return table.get();
+    }
+    TQXFieldRef GetFieldRef(TQXTableRef table, const QString& column) override {
+        auto& field = FFields[table->TableName() + QLatin1Char('.') + column];
+        if (!field)
+            field = std::make_unique<TQXField>(TQXField{table, column, 0});
+        return field.get();
+    }
+    QString GetFieldName(TQXTableRef, TQXFieldRef field) override { return field->Name; }
+    bool SelectRecords(TQXTableRef table, const QString& where) override {
+        if (!table)
+            throw EQXError(QStringLiteral("table not bound"));
+        Selected << table->TableName() + QLatin1Char(':') + where;
+        if (OnSelect)
+            OnSelect(table->TableName());
+        if (FailSelect)
+            throw EQXError(QStringLiteral("database is locked"));
+        return table->TableName() == QLatin1String("QXFILE") && HasFiles;
+    }
+    void EndRefresh(bool flag1, bool flag2) override {
+        if (flag1 && !flag2)
+            ++EndRefreshCalls;
+    }
+    std::unique_ptr<TQXDataSet> OpenQuery(QObject*, const QStringList&, int) override {
+        return std::make_unique<NullDataSet>(QStringLiteral("QUERY"));
+    }
+
+private:
+    std::map<QString, std::unique_ptr<NullDataSet>> FTables;
+    std::map<QString, std::unique_ptr<TQXField>> FFields;
+};
+
+// What a view needs around it: scripted UI services and the host's base
+// functions with one connection "Estate" served by a FakeDataAccess.
+struct ViewFixture {
+    // How the next connection behaves.
+    bool HasFiles = true;
+    QString FailTable;
+    QString ConnectError;
+
+    TQXScriptedUIServices Ui;
+    TQXBaseFunctions Host;
+    FakeDataAccess* Fake = nullptr; // owned by Host once connected
+
+    ViewFixture() {
+        Host.SetConnection(QStringLiteral("Estate"), QStringLiteral("/data/estate.kvdb"));
+        Host.SetDataAccessFactory(
+            [this](const QString&) -> std::unique_ptr<TQXDataAccessInterface> {
+                if (!ConnectError.isEmpty())
+                    throw EQXError(ConnectError);
+                auto fake = std::make_unique<FakeDataAccess>();
+                fake->HasFiles = HasFiles;
+                fake->FailTable = FailTable;
+                Fake = fake.get();
+                return fake;
+            });
+    }
+
+    template <typename View = TQXView>
+    std::unique_ptr<View> MakeView(const QString& connection = QStringLiteral("Estate")) {
+        return std::make_unique<View>(nullptr, 1, &Host, QStringLiteral("View 1"), connection,
+                                      QString());
+    }
+};
+
+// The checked items among the view menu's type, direction and level items.
+QStringList CheckedItems(const TQXView& view) {
+    QStringList checked;
+    for (const char* name :
+         {"Distribution1", "Dependencies1", "TopDown1", "BottomUp1", "System1", "Computer1",
+          "Application1", "Package1", "Object1", "Entry1", "Code1", "Data1"})
+        if (view.mnuView.FindItem(name)->isChecked())
+            checked << name;
+    return checked;
+}
 
 const QString EmptyMarker = "  *** Source Database is empty, choose Tools/Load on the Main Menu "
                             "to load the Database ***";
