@@ -115,13 +115,17 @@ private slots:
     }
     void init() { FLimits = {}; }
 
-    void aNodeIsExpandedOnce() {
+    // A node is expanded once, and a call back to any node of its path ends it.
+    void aNodeIsExpandedOnceAndRecursionEndsThePath() {
         TQXTreeNode* main = Open(Root("Object", TQXItem::ForObject(1, 1)));
         const QStringList first = ChildTexts(main);
         QCOMPARE(first.size(), 6);
         QCOMPARE(ChildTexts(Open(main)), first);
         // Only children that call something get a placeholder.
         QCOMPARE(Expandable(main), (QList<int>{0, 0, 0, 1, 1, 1}));
+        TQXTreeNode* beta = Open(Open(main, "ZETA [Program]"), "BETA [Class]");
+        QCOMPARE(ChildTexts(beta), QStringList{"MAIN [Program] !!! Recursive Track from here !!!"});
+        QCOMPARE(Expandable(beta), QList<int>{0});
         // The Data view only drops the placeholder.
         QCOMPARE(Open(Root("Data", TQXItem::ForObject(1, 1)))->ChildCount(), 0);
     }
@@ -199,13 +203,6 @@ private slots:
         TQXTreeNode* zeta = Open(Root("Object", TQXItem::ForObject(1, 2)), 1);
         QCOMPARE(ChildTexts(zeta), (QStringList{"COPYA [Copy]", "MAIN [Program]"}));
         QCOMPARE(Images(zeta), (QList<int>{41, 21}));
-    }
-
-    void recursionIsMarkedDeepInThePath() {
-        TQXTreeNode* main = Open(Root("Object", TQXItem::ForObject(1, 1)));
-        TQXTreeNode* beta = Open(Open(main, "ZETA [Program]"), "BETA [Class]");
-        QCOMPARE(ChildTexts(beta), QStringList{"MAIN [Program] !!! Recursive Track from here !!!"});
-        QCOMPARE(Expandable(beta), QList<int>{0});
     }
 
     void codeViewImagesAlternateByDepth() {
