@@ -66,7 +66,6 @@ public:
             field = std::make_unique<TQXField>(TQXField{table, column, 0});
         return field.get();
     }
-    QString GetFieldName(TQXTableRef, TQXFieldRef field) override { return field->Name; }
     bool SelectRecords(TQXTableRef table, const QString& where) override {
         if (!table)
             throw EQXError(QStringLiteral("table not bound"));
@@ -80,9 +79,6 @@ public:
     void EndRefresh(bool flag1, bool flag2) override {
         if (flag1 && !flag2)
             ++EndRefreshCalls;
-    }
-    std::unique_ptr<TQXDataSet> OpenQuery(QObject*, const QStringList&, int) override {
-        return std::make_unique<NullDataSet>(QStringLiteral("QUERY"));
     }
 
 private:
