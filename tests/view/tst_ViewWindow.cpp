@@ -25,6 +25,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -168,11 +169,23 @@ void SetViewBy(TQXView& view, bool dependencies, bool topDown, const QString& le
 class TestViewWindow : public QObject {
     Q_OBJECT
 
+    // A fixture and a view of connection "Estate", fresh for every case.
+    std::optional<ViewFixture> F;
+    std::unique_ptr<TQXView> FView;
+
 private slots:
+    void init() {
+        F.emplace();
+        FView = F->MakeView();
+    }
+    void cleanup() {
+        FView.reset();
+        F.reset();
+    }
+
     void constructionShowsTheDefaultsAndMergesTheMenus() {
-        ViewFixture f;
-        f.Host.SetTreeFont("DejaVu Sans Mono", 13);
-        const auto view = f.MakeView();
+        F->Host.SetTreeFont("DejaVu Sans Mono", 13);
+        const auto view = F->MakeView();
         const TQXViewSettings settings = view->Settings();
         QVERIFY(!settings.IsDependencies() && settings.IsTopDown() && !settings.FilterOn);
         QCOMPARE(settings.Level, TQXLevel::System);
@@ -189,7 +202,6 @@ private slots:
     }
 
     void popupItemsFollowTheHostsWindows() {
-        ViewFixture f;
         auto enabled = [](const TQXView& view) {
             QStringList names;
             for (const char* name :
@@ -198,12 +210,12 @@ private slots:
                     names << name;
             return names;
         };
-        QCOMPARE(enabled(*f.MakeView()), QStringList());
-        f.Host.RegisterWindow("WorkList", {});
-        QCOMPARE(enabled(*f.MakeView()),
+        QCOMPARE(enabled(*F->MakeView()), QStringList());
+        F->Host.RegisterWindow("WorkList", {});
+        QCOMPARE(enabled(*F->MakeView()),
                  QStringList({"AddtoWorkList1", "AddtoWorkListAs1", "Editor1"}));
-        f.Host.RegisterWindow("Diagram", {});
-        QCOMPARE(enabled(*f.MakeView()).last(), QString("AddTracktoDiagram1"));
+        F->Host.RegisterWindow("Diagram", {});
+        QCOMPARE(enabled(*F->MakeView()).last(), QString("AddTracktoDiagram1"));
     }
 
     void creationFailuresCarryThePrefix() {
@@ -212,65 +224,59 @@ private slots:
     }
 
     void connectionFailureShowsMessageAndMarker() {
-        ViewFixture f;
-        f.ConnectError = "unable to open database file";
-        const auto view = f.MakeView();
-        view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(f.Ui.Messages(),
+        F->ConnectError = "unable to open database file";
+        FView->RefreshContent(nullptr, nullptr, QString());
+        QCOMPARE(F->Ui.Messages(),
                  QStringList({"Could not connect to Database Estate\rError: unable to open "
                               "database file\rChoose another Source Database"}));
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({MissingMarker}));
-        QCOMPARE(view->tvMain->PopupMenu(), nullptr);
-        QVERIFY(!view->windowTitle().startsWith("Korvane - "));
+        QCOMPARE(RootTexts(*FView->tvMain), QStringList({MissingMarker}));
+        QCOMPARE(FView->tvMain->PopupMenu(), nullptr);
+        QVERIFY(!FView->windowTitle().startsWith("Korvane - "));
 
         // A later notice can connect.
-        f.ConnectError.clear();
-        view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(view->windowTitle(), QString("Korvane - View 1 on Estate"));
-        QCOMPARE(view->tvMain->Root(0)->Text(), QString("  *** No Hits on System ***"));
+        F->ConnectError.clear();
+        FView->RefreshContent(nullptr, nullptr, QString());
+        QCOMPARE(FView->windowTitle(), QString("Korvane - View 1 on Estate"));
+        QCOMPARE(FView->tvMain->Root(0)->Text(), QString("  *** No Hits on System ***"));
     }
 
     void aViewWithoutConnectionAsksForOne() {
-        ViewFixture f;
-        const auto view = f.MakeView(QString());
-        f.Ui.QueueChoice(QString("Estate"));
+        const auto view = F->MakeView(QString());
+        F->Ui.QueueChoice(QString("Estate"));
         view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(f.Ui.Questions(), QStringList({"Source Databases"}));
+        QCOMPARE(F->Ui.Questions(), QStringList({"Source Databases"}));
         QCOMPARE(view->ConnectionName(), QString("Estate"));
-        QCOMPARE(view->DataAccess(), f.Fake);
+        QCOMPARE(view->DataAccess(), F->Fake);
         QCOMPARE(view->Tables().BoundCount(), 74);
     }
 
     void bindingFailureIsShownAndTheViewGoesOn() {
-        ViewFixture f;
-        f.FailTable = "QXROW";
-        const auto view = f.MakeView();
-        view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(f.Ui.Messages(), QStringList({"AssignDBPointers failed: no such table: QXROW"}));
+        F->FailTable = "QXROW";
+        FView->RefreshContent(nullptr, nullptr, QString());
+        QCOMPARE(F->Ui.Messages(), QStringList({"AssignDBPointers failed: no such table: QXROW"}));
         // QXFILE (6 columns), QXOBJECT (11) and QXENTRY (5) were bound before.
-        QCOMPARE(view->Tables().BoundCount(), 3 + 6 + 11 + 5);
+        QCOMPARE(FView->Tables().BoundCount(), 3 + 6 + 11 + 5);
         // The refresh itself then fails on an unbound table; that failure is
         // dropped, and the refresh does not end as a completed one.
-        QCOMPARE(f.Fake->EndRefreshCalls, 0);
+        QCOMPARE(F->Fake->EndRefreshCalls, 0);
     }
 
     void tablesAreClosedBeforeReconnectingAndAtTheEnd() {
-        ViewFixture f;
-        auto view = f.MakeView();
+        auto view = F->MakeView();
         view->ConnectToDB();
-        QCOMPARE(f.Fake->CloseTablesCalls, 0);
+        QCOMPARE(F->Fake->CloseTablesCalls, 0);
         view->ConnectToDB();
-        QCOMPARE(f.Fake->CloseTablesCalls, 1);
-        QCOMPARE(view->DataAccess(), f.Fake); // the host's object for the name
+        QCOMPARE(F->Fake->CloseTablesCalls, 1);
+        QCOMPARE(view->DataAccess(), F->Fake); // the host's object for the name
         view.reset();
-        QCOMPARE(f.Fake->CloseTablesCalls, 2);
+        QCOMPARE(F->Fake->CloseTablesCalls, 2);
 
-        auto failing = f.MakeView();
+        auto failing = F->MakeView();
         failing->ConnectToDB();
-        f.Fake->FailCloseTables = true;
+        F->Fake->FailCloseTables = true;
         failing.reset(); // the error is ignored
-        QCOMPARE(f.Fake->CloseTablesCalls, 3);
-        QVERIFY(f.Ui.Errors().isEmpty());
+        QCOMPARE(F->Fake->CloseTablesCalls, 3);
+        QVERIFY(F->Ui.Errors().isEmpty());
     }
 
     // The marker nodes a refresh without root items leaves, and what it read.
@@ -311,9 +317,8 @@ private slots:
         QFETCH(QStringList, roots);
         QFETCH(bool, filterOn);
         QFETCH(int, conditions);
-        ViewFixture f;
-        f.HasFiles = hasFiles;
-        const auto view = f.MakeView<FilteredView>();
+        F->HasFiles = hasFiles;
+        const auto view = F->MakeView<FilteredView>();
         view->Conditions = conditions;
         view->rbFilterOn->setChecked(filterOn);
         view->rbDependencies->setChecked(dependencies);
@@ -321,74 +326,66 @@ private slots:
         view->RefreshContent(nullptr, nullptr, QString());
         QCOMPARE(RootTexts(*view->tvMain), roots);
         QCOMPARE(view->tvMain->PopupMenu(), nullptr);
-        QVERIFY(f.Ui.Messages().isEmpty());
-        QCOMPARE(f.Fake->EndRefreshCalls, 1);
+        QVERIFY(F->Ui.Messages().isEmpty());
+        QCOMPARE(F->Fake->EndRefreshCalls, 1);
         // An empty repository, or Dependencies for Data: no root items are
         // looked for, QXFILE is the only table read.
         if (!hasFiles || (dependencies && level == "Data"))
-            QCOMPARE(f.Fake->Selected, QStringList({"QXFILE:"}));
+            QCOMPARE(F->Fake->Selected, QStringList({"QXFILE:"}));
     }
 
     void everyRefreshGivesThePopupBackFirst() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(view->tvMain->PopupMenu(), nullptr); // markers only
+        FView->RefreshContent(nullptr, nullptr, QString());
+        QCOMPARE(FView->tvMain->PopupMenu(), nullptr); // markers only
         QMenu* popupDuringRefresh = nullptr;
         bool treeClearedFirst = false;
-        f.Fake->OnSelect = [&](const QString&) {
-            popupDuringRefresh = view->tvMain->PopupMenu();
-            treeClearedFirst = view->tvMain->RootCount() == 0;
+        F->Fake->OnSelect = [&](const QString&) {
+            popupDuringRefresh = FView->tvMain->PopupMenu();
+            treeClearedFirst = FView->tvMain->RootCount() == 0;
         };
-        view->cbRefreshView->click();
-        QCOMPARE(popupDuringRefresh, view->pmnuView);
+        FView->cbRefreshView->click();
+        QCOMPARE(popupDuringRefresh, FView->pmnuView);
         QVERIFY(treeClearedFirst);
-        QCOMPARE(view->tvMain->PopupMenu(), nullptr);
+        QCOMPARE(FView->tvMain->PopupMenu(), nullptr);
     }
 
     void refreshNoticesForOtherConnectionsAreIgnored() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->RefreshContent(nullptr, nullptr, QString());
+        FView->RefreshContent(nullptr, nullptr, QString());
         FakeDataAccess other;
-        view->RefreshContent(&other, nullptr, QString());
-        QCOMPARE(f.Fake->EndRefreshCalls, 1);
+        FView->RefreshContent(&other, nullptr, QString());
+        QCOMPARE(F->Fake->EndRefreshCalls, 1);
         QVERIFY(other.Selected.isEmpty());
-        view->RefreshContent(f.Fake, nullptr, QString());
-        QCOMPARE(f.Fake->EndRefreshCalls, 2);
+        FView->RefreshContent(F->Fake, nullptr, QString());
+        QCOMPARE(F->Fake->EndRefreshCalls, 2);
     }
 
     void refreshFailuresAreQuietForTheHostOnly() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->cbRefreshView->click(); // before any connection
-        QCOMPARE(f.Ui.Errors(), QStringList({"No Source Database connected"}));
-        view->ConnectToDB();
-        f.Fake->FailSelect = true;
-        view->RefreshContent(f.Fake, nullptr, QString()); // dropped silently
-        QCOMPARE(f.Ui.Errors().size(), 1);
-        QVERIFY(f.Ui.Messages().isEmpty());
-        view->cbRefreshView->click(); // reaches the error display
-        QCOMPARE(f.Ui.Errors().last(), QString("database is locked"));
+        FView->cbRefreshView->click(); // before any connection
+        QCOMPARE(F->Ui.Errors(), QStringList({"No Source Database connected"}));
+        FView->ConnectToDB();
+        F->Fake->FailSelect = true;
+        FView->RefreshContent(F->Fake, nullptr, QString()); // dropped silently
+        QCOMPARE(F->Ui.Errors().size(), 1);
+        QVERIFY(F->Ui.Messages().isEmpty());
+        FView->cbRefreshView->click(); // reaches the error display
+        QCOMPARE(F->Ui.Errors().last(), QString("database is locked"));
         // The brackets closed on the way out.
-        QCOMPARE(f.Ui.ScreenCursor(), Qt::ArrowCursor);
-        QVERIFY(f.Ui.CursorLog().contains(Qt::WaitCursor));
-        QVERIFY(!view->tvMain->Updating());
-        QVERIFY(view->tvMain->updatesEnabled());
-        QCOMPARE(f.Fake->EndRefreshCalls, 0);
+        QCOMPARE(F->Ui.ScreenCursor(), Qt::ArrowCursor);
+        QVERIFY(F->Ui.CursorLog().contains(Qt::WaitCursor));
+        QVERIFY(!FView->tvMain->Updating());
+        QVERIFY(FView->tvMain->updatesEnabled());
+        QCOMPARE(F->Fake->EndRefreshCalls, 0);
     }
 
     void expansionDispatchRunsInsideTheBrackets() {
-        ViewFixture f;
-        const auto view = f.MakeView();
         for (bool dependencies : {false, true}) {
-            view->rbDependencies->setChecked(dependencies); // empties the tree
-            TQXTreeNode* node = view->tvMain->AddRoot("PAYCALC");
-            view->tvMain->AddPlaceholder(node);
-            f.Ui.ClearLog();
-            view->NodeExpanded(node);
-            QCOMPARE(f.Ui.CursorLog(), (QList<Qt::CursorShape>{Qt::WaitCursor, Qt::ArrowCursor}));
-            QVERIFY(view->tvMain->updatesEnabled());
+            FView->rbDependencies->setChecked(dependencies); // empties the tree
+            TQXTreeNode* node = FView->tvMain->AddRoot("PAYCALC");
+            FView->tvMain->AddPlaceholder(node);
+            F->Ui.ClearLog();
+            FView->NodeExpanded(node);
+            QCOMPARE(F->Ui.CursorLog(), (QList<Qt::CursorShape>{Qt::WaitCursor, Qt::ArrowCursor}));
+            QVERIFY(FView->tvMain->updatesEnabled());
         }
     }
 
@@ -419,13 +416,11 @@ private slots:
             {true, false, "Data", false,
              "Dataflow FROM other Variable(s) and Line of Code where flow is executed" + green},
         };
-        ViewFixture f;
-        const auto view = f.MakeView();
         for (const auto& row : rows) {
-            SetViewBy(*view, row.Dependencies, row.TopDown, row.Level);
-            view->cbOption->setChecked(row.Option);
-            view->SetUserHint();
-            QCOMPARE(view->lblUserHint->text(), "View: " + row.Hint);
+            SetViewBy(*FView, row.Dependencies, row.TopDown, row.Level);
+            FView->cbOption->setChecked(row.Option);
+            FView->SetUserHint();
+            QCOMPARE(FView->lblUserHint->text(), "View: " + row.Hint);
         }
     }
 
@@ -438,105 +433,97 @@ private slots:
     }
     void typeAndDirectionKeepButtonsAndMenuInStep() {
         QFETCH(bool, byMenu);
-        ViewFixture f;
-        const auto view = f.MakeView();
         auto choose = [&](QRadioButton* button, const char* item) {
-            view->tvMain->Clear();
-            view->tvMain->AddRoot("PAYCALC");
+            FView->tvMain->Clear();
+            FView->tvMain->AddRoot("PAYCALC");
             if (byMenu)
-                view->mnuView.FindItem(item)->trigger();
+                FView->mnuView.FindItem(item)->trigger();
             else
                 QTest::mouseClick(button, Qt::LeftButton);
         };
-        choose(view->rbDependencies, "Dependencies1");
-        QVERIFY(view->rbDependencies->isChecked());
-        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "System1"}));
-        QCOMPARE(view->lblUserHint->text(), QString("View: System uses System(s)"));
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({ClickRefresh}));
-        QCOMPARE(view->tvMain->PopupMenu(), nullptr);
+        choose(FView->rbDependencies, "Dependencies1");
+        QVERIFY(FView->rbDependencies->isChecked());
+        QCOMPARE(CheckedItems(*FView), (QStringList{"Dependencies1", "TopDown1", "System1"}));
+        QCOMPARE(FView->lblUserHint->text(), QString("View: System uses System(s)"));
+        QCOMPARE(RootTexts(*FView->tvMain), QStringList({ClickRefresh}));
+        QCOMPARE(FView->tvMain->PopupMenu(), nullptr);
         // Choosing the checked one again changes nothing.
-        choose(view->rbDependencies, "Dependencies1");
-        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "System1"}));
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({"PAYCALC"}));
+        choose(FView->rbDependencies, "Dependencies1");
+        QCOMPARE(CheckedItems(*FView), (QStringList{"Dependencies1", "TopDown1", "System1"}));
+        QCOMPARE(RootTexts(*FView->tvMain), QStringList({"PAYCALC"}));
 
-        choose(view->rbBottomUp, "BottomUp1");
-        QVERIFY(view->rbBottomUp->isChecked());
-        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "BottomUp1", "System1"}));
-        QCOMPARE(view->lblUserHint->text(), QString("View: System is used by System(s)"));
+        choose(FView->rbBottomUp, "BottomUp1");
+        QVERIFY(FView->rbBottomUp->isChecked());
+        QCOMPARE(CheckedItems(*FView), (QStringList{"Dependencies1", "BottomUp1", "System1"}));
+        QCOMPARE(FView->lblUserHint->text(), QString("View: System is used by System(s)"));
     }
 
     // A level chosen from the menu leaves the tree and checks the option box
     // where it is shown.
     void menuChoiceOfLevel() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->tvMain->AddRoot("PAYCALC");
+        FView->tvMain->AddRoot("PAYCALC");
         for (int twice = 0; twice < 2; ++twice) { // the second time it is checked already
-            view->mnuView.FindItem("Entry1")->trigger();
-            QCOMPARE(view->cbViewBy->currentText(), QString("Entry"));
-            QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "Entry1"}));
+            FView->mnuView.FindItem("Entry1")->trigger();
+            QCOMPARE(FView->cbViewBy->currentText(), QString("Entry"));
+            QCOMPARE(CheckedItems(*FView), (QStringList{"Distribution1", "TopDown1", "Entry1"}));
         }
-        QCOMPARE(view->lblUserHint->text(), QString("View: Entry contains"));
-        QCOMPARE(RootTexts(*view->tvMain), QStringList({"PAYCALC"}));
-        QVERIFY(view->cbOption->isHidden());
+        QCOMPARE(FView->lblUserHint->text(), QString("View: Entry contains"));
+        QCOMPARE(RootTexts(*FView->tvMain), QStringList({"PAYCALC"}));
+        QVERIFY(FView->cbOption->isHidden());
 
-        SetViewBy(*view, true, true, "System");
-        view->mnuView.FindItem("Object1")->trigger();
-        QVERIFY(view->cbOption->isChecked());
-        QCOMPARE(view->lblOption->text(), QString("Show Object sequentially"));
-        QCOMPARE(view->lblUserHint->text(),
+        SetViewBy(*FView, true, true, "System");
+        FView->mnuView.FindItem("Object1")->trigger();
+        QVERIFY(FView->cbOption->isChecked());
+        QCOMPARE(FView->lblOption->text(), QString("Show Object sequentially"));
+        QCOMPARE(FView->lblUserHint->text(),
                  QString("View: Object uses Object(s), in order of use"));
 
-        view->cbOption->setChecked(false);
-        view->mnuView.FindItem("Entry1")->trigger();
-        QVERIFY(view->cbOption->isChecked());
+        FView->cbOption->setChecked(false);
+        FView->mnuView.FindItem("Entry1")->trigger();
+        QVERIFY(FView->cbOption->isChecked());
 
         // A type item leaves the box as it is.
-        view->cbOption->setChecked(false);
-        view->mnuView.FindItem("TopDown1")->trigger();
-        QVERIFY(!view->cbOption->isChecked());
-        QVERIFY(view->cbOption->isVisibleTo(view.get()));
+        FView->cbOption->setChecked(false);
+        FView->mnuView.FindItem("TopDown1")->trigger();
+        QVERIFY(!FView->cbOption->isChecked());
+        QVERIFY(FView->cbOption->isVisibleTo(FView.get()));
     }
 
     void comboChoiceSetsTheOptionBox() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        SetViewBy(*view, true, true, "Object");
-        view->cbViewBy->setFocus();
-        QTest::keyClick(view->cbViewBy, Qt::Key_Down); // the user picks Entry
-        QCOMPARE(view->Settings().Level, TQXLevel::Entry);
-        QVERIFY(view->cbOption->isChecked());
-        QCOMPARE(view->lblOption->text(), QString("Show Entrys sequentially"));
-        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "TopDown1", "Entry1"}));
+        SetViewBy(*FView, true, true, "Object");
+        FView->cbViewBy->setFocus();
+        QTest::keyClick(FView->cbViewBy, Qt::Key_Down); // the user picks Entry
+        QCOMPARE(FView->Settings().Level, TQXLevel::Entry);
+        QVERIFY(FView->cbOption->isChecked());
+        QCOMPARE(FView->lblOption->text(), QString("Show Entrys sequentially"));
+        QCOMPARE(CheckedItems(*FView), (QStringList{"Dependencies1", "TopDown1", "Entry1"}));
 
-        QTest::keyClick(view->cbViewBy, Qt::Key_Up); // back to Object
-        QVERIFY(!view->cbOption->isChecked());
-        QCOMPARE(view->lblOption->text(), QString("Show Objects sequentially"));
+        QTest::keyClick(FView->cbViewBy, Qt::Key_Up); // back to Object
+        QVERIFY(!FView->cbOption->isChecked());
+        QCOMPARE(FView->lblOption->text(), QString("Show Objects sequentially"));
 
         // A click on the option box keeps what the user chose.
-        view->cbOption->click();
-        QVERIFY(view->cbOption->isChecked());
-        QCOMPARE(view->lblUserHint->text(),
+        FView->cbOption->click();
+        QVERIFY(FView->cbOption->isChecked());
+        QCOMPARE(FView->lblUserHint->text(),
                  QString("View: Object uses Object(s), in order of use"));
 
-        QTest::mouseClick(view->rbBottomUp, Qt::LeftButton);
-        QVERIFY(view->cbOption->isHidden());
-        QVERIFY(view->lblOption->isHidden());
+        QTest::mouseClick(FView->rbBottomUp, Qt::LeftButton);
+        QVERIFY(FView->cbOption->isHidden());
+        QVERIFY(FView->lblOption->isHidden());
     }
 
     void syncFollowsTheControls() {
-        ViewFixture f;
-        const auto view = f.MakeView();
-        QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "System1"}));
-        for (QObject* control : std::initializer_list<QObject*>{view->rbDependencies,
-                                                                view->rbBottomUp, view->cbViewBy})
+        QCOMPARE(CheckedItems(*FView), (QStringList{"Distribution1", "TopDown1", "System1"}));
+        for (QObject* control : std::initializer_list<QObject*>{FView->rbDependencies,
+                                                                FView->rbBottomUp, FView->cbViewBy})
             control->blockSignals(true);
-        view->rbDependencies->setChecked(true);
-        view->rbBottomUp->setChecked(true);
-        view->cbViewBy->setCurrentIndex(6);
-        QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "System1"}));
-        view->SyncMenuItems();
-        QCOMPARE(CheckedItems(*view), (QStringList{"Dependencies1", "BottomUp1", "Code1"}));
+        FView->rbDependencies->setChecked(true);
+        FView->rbBottomUp->setChecked(true);
+        FView->cbViewBy->setCurrentIndex(6);
+        QCOMPARE(CheckedItems(*FView), (QStringList{"Distribution1", "TopDown1", "System1"}));
+        FView->SyncMenuItems();
+        QCOMPARE(CheckedItems(*FView), (QStringList{"Dependencies1", "BottomUp1", "Code1"}));
     }
 
     // Switching windows does not leave the box: nothing is checked then.
@@ -560,17 +547,15 @@ private slots:
         QFETCH(QString, shown);
         QFETCH(QString, message);
         QFETCH(bool, switchingWindows);
-        ViewFixture f;
-        const auto view = f.MakeView();
-        view->cbRefreshView->setFocus();
-        view->tbRootItemLimit->setText(typed);
+        FView->cbRefreshView->setFocus();
+        FView->tbRootItemLimit->setText(typed);
         QFocusEvent leave(QEvent::FocusOut,
                           switchingWindows ? Qt::ActiveWindowFocusReason : Qt::TabFocusReason);
-        QApplication::sendEvent(view->tbRootItemLimit, &leave);
-        QCOMPARE(view->tbRootItemLimit->text(), shown);
-        QCOMPARE(f.Ui.Messages(), message.isEmpty() ? QStringList() : QStringList({message}));
+        QApplication::sendEvent(FView->tbRootItemLimit, &leave);
+        QCOMPARE(FView->tbRootItemLimit->text(), shown);
+        QCOMPARE(F->Ui.Messages(), message.isEmpty() ? QStringList() : QStringList({message}));
         // A rejected limit takes the focus back.
-        QCOMPARE(view->focusWidget() == view->tbRootItemLimit, !message.isEmpty());
+        QCOMPARE(FView->focusWidget() == FView->tbRootItemLimit, !message.isEmpty());
     }
 };
 
