@@ -463,37 +463,35 @@ private slots:
         const QString word =
             QStringLiteral("(SELECT v.QXWord FROM QXWORD v WHERE v.QXFileID = k.QXFileID AND "
                            "v.QXRowID = k.QXRowID AND v.QXWordID = k.QXWordID + %1)");
-        auto misplaced = [&](int language, const QString& keyword, int offset) {
+        auto misplaced = [&](int language, const char* keyword, int offset) {
             return FDemo->Scalar(
                 QStringLiteral("SELECT COUNT(*) FROM QXWORD k WHERE k.QXLanguageID = %1 AND "
                                "k.QXWord = '%2' AND NOT (%3 GLOB '[0-9]*')")
                     .arg(language)
-                    .arg(keyword, word.arg(offset)));
+                    .arg(QLatin1String(keyword), word.arg(offset)));
         };
-        for (const char* keyword : {"row", "column", "bytes"})
-            QCOMPARE(misplaced(20500, QLatin1String(keyword), 2), 0);
-        QCOMPARE(misplaced(20525, QStringLiteral("POS"), 3), 0);
-        QCOMPARE(misplaced(20525, QStringLiteral("POS"), 5), 0);
-        QCOMPARE(misplaced(20525, QStringLiteral("LENGTH"), 2), 0);
-        QCOMPARE(FDemo->Scalar(
-                     QStringLiteral("SELECT COUNT(DISTINCT QXWord) FROM QXWORD WHERE QXLanguageID "
-                                    "= 20525 AND QXWord IN ('=', '(', ',', ')')")),
+        const std::tuple<int, const char*, int> counted[] = {
+            {20500, "row", 2}, {20500, "column", 2}, {20500, "bytes", 2},
+            {20525, "POS", 3}, {20525, "POS", 5},    {20525, "LENGTH", 2}};
+        for (const auto& [language, keyword, offset] : counted)
+            QVERIFY2(misplaced(language, keyword, offset) == 0, keyword);
+        QCOMPARE(FDemo->Scalar("SELECT COUNT(DISTINCT QXWord) FROM QXWORD WHERE QXLanguageID = "
+                               "20525 AND QXWord IN ('=', '(', ',', ')')"),
                  4);
         // A VisualAge constant: "." three words after "bytes", first on its row.
-        QVERIFY(
-            FDemo->Scalar(QStringLiteral(
-                "SELECT COUNT(*) FROM QXWORD k JOIN QXWORD d ON d.QXFileID = k.QXFileID AND "
-                "d.QXRowID = k.QXRowID + 1 AND d.QXWordID = 1 AND d.QXWord = '.' WHERE k.QXWord = "
-                "'bytes' AND k.QXLanguageID = 20500 AND k.QXWordID + 2 = (SELECT MAX(QXWordID) "
-                "FROM QXWORD e WHERE e.QXFileID = k.QXFileID AND e.QXRowID = k.QXRowID)")) >= 4);
+        QVERIFY(FDemo->Scalar("SELECT COUNT(*) FROM QXWORD k JOIN QXWORD d ON d.QXFileID = "
+                              "k.QXFileID AND d.QXRowID = k.QXRowID + 1 AND d.QXWordID = 1 AND "
+                              "d.QXWord = '.' WHERE k.QXWord = 'bytes' AND k.QXLanguageID = 20500 "
+                              "AND k.QXWordID + 2 = (SELECT MAX(QXWordID) FROM QXWORD e WHERE "
+                              "e.QXFileID = k.QXFileID AND e.QXRowID = k.QXRowID)") >= 4);
         // The viewer passes over the word after a literal: a field's label
         // must not follow a literal that ends the row before it.
-        QCOMPARE(FDemo->Scalar(QStringLiteral(
-                     "SELECT COUNT(*) FROM QXWORD l JOIN QXWORD p ON p.QXFileID = l.QXFileID AND "
-                     "p.QXObjectID = l.QXObjectID AND p.QXRowID = l.QXRowID - 1 WHERE "
-                     "l.QXLanguageID = 20525 AND l.QXWordType = 1011 AND p.QXWordType = 1001 AND "
-                     "p.QXWordID = (SELECT MAX(QXWordID) FROM QXWORD e WHERE e.QXFileID = "
-                     "p.QXFileID AND e.QXRowID = p.QXRowID)")),
+        QCOMPARE(FDemo->Scalar("SELECT COUNT(*) FROM QXWORD l JOIN QXWORD p ON p.QXFileID = "
+                               "l.QXFileID AND p.QXObjectID = l.QXObjectID AND p.QXRowID = "
+                               "l.QXRowID - 1 WHERE l.QXLanguageID = 20525 AND l.QXWordType = "
+                               "1011 AND p.QXWordType = 1001 AND p.QXWordID = (SELECT "
+                               "MAX(QXWordID) FROM QXWORD e WHERE e.QXFileID = p.QXFileID AND "
+                               "e.QXRowID = p.QXRowID)"),
                  0);
     }
 

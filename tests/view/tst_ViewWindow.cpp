@@ -390,7 +390,6 @@ private slots:
     }
 
     void hintTable() {
-        const QString green = " (persistent storage has green icons)";
         const struct {
             bool Dependencies, TopDown;
             const char* Level;
@@ -398,23 +397,19 @@ private slots:
             QString Hint;
         } rows[] = {
             {false, true, "Code", false, "Lines of Code (execution order can not be trusted)"},
-            {false, true, "Data", false, "Variable Declarations" + green},
+            {false, true, "Data", false,
+             "Variable Declarations (persistent storage has green icons)"},
             {false, true, "System", true, "System contains"},
             {false, false, "Code", false, "Line of Code is part of"},
-            {false, false, "Data", false, "Variable Declaration is part of" + green},
             {false, false, "System", false, "System"},
             {false, false, "Entry", true, "Entry is part of"},
             {true, true, "Code", true,
              "Lines of Code in order of execution, call TO other Entry(s)"},
-            {true, true, "Data", false,
-             "Dataflow TO other Variable(s) and Line of Code where flow is executed" + green},
             {true, true, "Application", false, "Application uses Application(s)"},
             {true, true, "Object", false, "Object uses Object(s)"},
             {true, false, "Code", false,
              "Lines of Code in order of execution, called FROM other Entry(s)"},
             {true, false, "Entry", true, "Entry is used by Entry(s)"},
-            {true, false, "Data", false,
-             "Dataflow FROM other Variable(s) and Line of Code where flow is executed" + green},
         };
         for (const auto& row : rows) {
             SetViewBy(*FView, row.Dependencies, row.TopDown, row.Level);
