@@ -53,13 +53,6 @@ QStringList Names(const QList<QMenu*>& menus) {
     return names;
 }
 
-std::unique_ptr<TQXFormInterface> MakePlainForm(QWidget* owner, int number,
-                                                TQXBaseFunctionsInterface* host,
-                                                const QString& name, const QString& connection,
-                                                const QString& command) {
-    return std::make_unique<TQXFormInterface>(owner, number, host, name, connection, command);
-}
-
 } // namespace
 
 class TestHost : public QObject {
@@ -186,6 +179,11 @@ private slots:
         host.SendItemsToWindow("WorkList", 0, "Estate", TQXItem(7, 0, 0, 0, 0, 8, 9, 10, 0), "",
                                error);
         QCOMPARE(received.last(), QString("9/10"));
+        // A data item takes entry before row too, and travels with its first text.
+        const TQXDataItem data("WS-AMOUNT", "PAYCALC", 1, 2, 3, 4, 5, 6, 7, 8, 9);
+        host.SendItemsToWindow("WorkList", 0, "Estate", data, "", error);
+        QCOMPARE(received.mid(6), QStringList({"WS-AMOUNT", "6/7"}));
+        QCOMPARE((QList<int>{data.WordID, data.LanguageID}), (QList<int>{8, 9}));
     }
 
     void mainMenuHoldsTheHostsItems() {
@@ -257,7 +255,9 @@ private slots:
     void registrarRegistersForItsLifetime() {
         TQXBaseFunctions host;
         {
-            const TQXFormRegistrar registrar("TQXPlainForm", MakePlainForm);
+            const TQXFormRegistrar registrar("TQXPlainForm", [](auto&&... arguments) {
+                return std::make_unique<TQXFormInterface>(arguments...);
+            });
             QVERIFY(TQXFormRegistry::IsRegistered("TQXPlainForm"));
             QVERIFY(TQXFormRegistry::ClassNames().contains("TQXPlainForm"));
             const auto form =

@@ -28,12 +28,16 @@ public:
     bool Option = false; // the view's option box
     TQXLevel Level = TQXLevel::System;
     int StopAt = -1;
+    TQXRootFilter Conditions; // the filter's conditions, none by default
 
     bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) override {
         return FLookup.GetDependencies(item, direction, stopAtFirst, Option, FList);
     }
     const TDependencies& Dependencies() const override { return FList; }
-    TQXRootFilter FilterRootItems() override { return SelectUnfiltered(FRecords, Level); }
+    TQXRootFilter FilterRootItems() override {
+        SelectUnfiltered(FRecords, Level);
+        return Conditions;
+    }
     bool HintAboutFilter(int count) override { return count == StopAt; }
 
 private:

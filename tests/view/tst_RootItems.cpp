@@ -66,6 +66,7 @@ class TestRootItems : public QObject, protected ViewRepositoryFixture {
     Q_OBJECT
 
     int FStopAt = -1;
+    TQXRootFilter FConditions;
 
     // Lists the root items with the filter off and returns the root nodes.
     QList<TQXTreeNode*> List(const QString& level, int direction = 0, int kind = 1,
@@ -74,6 +75,7 @@ class TestRootItems : public QObject, protected ViewRepositoryFixture {
         FakeViewOperations view(*FAccess, FTables);
         view.Level = *level::FromName(level);
         view.StopAt = FStopAt;
+        view.Conditions = FConditions;
         TQXViewSettings settings =
             SettingsFor(view.Level, direction == 0,
                         kind == 0 ? TQXViewType::Dependencies : TQXViewType::Distribution);
@@ -87,7 +89,10 @@ private slots:
         BuildEstate(FRepo);
         OpenRepository();
     }
-    void init() { FStopAt = -1; }
+    void init() {
+        FStopAt = -1;
+        FConditions = {};
+    }
 
     void groupingsNeedAFileOfTheirOwn() {
         // ARCHIVE has no file; the limit is not reached with exactly two.
@@ -163,6 +168,14 @@ private slots:
         QCOMPARE(Texts(nodes),
                  (QStringList{"CALC [ACCTUPD]", "MAIN [ACCTUPD]", "OPEN [ACCTFILE in ACCT.CBL]"}));
         QCOMPARE(Expandable(nodes), (QList<int>{1, 1, 1}));
+    }
+
+    // A condition of the filter keeps its meaning next to the object's keys.
+    void filterConditionsNarrowTheEntriesOfEachObject() {
+        FConditions.ObjectCondition = "QXIcon <> 22";
+        FConditions.EntryCondition = "QXEntryName = 'MAIN' OR QXEntryName = 'OPEN'";
+        QCOMPARE(Texts(List("Entry")),
+                 (QStringList{"MAIN [ACCTUPD]", "OPEN [ACCTFILE in ACCT.CBL]"}));
     }
 
     void aStopFromTheFilterHintLeavesTheListAsItIs() {
