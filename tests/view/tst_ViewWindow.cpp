@@ -195,6 +195,7 @@ private slots:
         QCOMPARE(view->tvMain->font().family(), QString("DejaVu Sans Mono"));
         QCOMPARE(view->tvMain->font().pointSize(), 13);
         QVERIFY(!view->AskBeforeClosing());
+        QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "System1"}));
         QCOMPARE(MenuNames(view->mnuView),
                  QStringList({"File1", "Edit1", "View1", "Filter1", "Tracks1", "Window1"}));
         QVERIFY(!view->mnuView.FindItem("AutoCompleteTrack1")->isEnabled());
@@ -506,19 +507,6 @@ private slots:
         QTest::mouseClick(FView->rbBottomUp, Qt::LeftButton);
         QVERIFY(FView->cbOption->isHidden());
         QVERIFY(FView->lblOption->isHidden());
-    }
-
-    void syncFollowsTheControls() {
-        QCOMPARE(CheckedItems(*FView), (QStringList{"Distribution1", "TopDown1", "System1"}));
-        for (QObject* control : std::initializer_list<QObject*>{FView->rbDependencies,
-                                                                FView->rbBottomUp, FView->cbViewBy})
-            control->blockSignals(true);
-        FView->rbDependencies->setChecked(true);
-        FView->rbBottomUp->setChecked(true);
-        FView->cbViewBy->setCurrentIndex(6);
-        QCOMPARE(CheckedItems(*FView), (QStringList{"Distribution1", "TopDown1", "System1"}));
-        FView->SyncMenuItems();
-        QCOMPARE(CheckedItems(*FView), (QStringList{"Dependencies1", "BottomUp1", "Code1"}));
     }
 
     // Switching windows does not leave the box: nothing is checked then.
