@@ -424,13 +424,9 @@ private slots:
             "q.QXFileID AND n.QXRowID = q.QXRowID AND n.QXWordID = q.QXWordID + 2 JOIN QXOBJECT o "
             "ON o.QXObjectIdentifier = q.QXWord JOIN QXWORD d ON d.QXFileID = o.QXFileID AND "
             "d.QXObjectID = o.QXObjectID AND d.QXWordType = 1011 AND d.QXWord = n.QXWord");
-        add("call argument after the call's word",
-            "QXWORD a JOIN QXDEPENDENCIES d ON d.QXFromFileID = a.QXFileID AND d.QXFromRowID = "
-            "a.QXRowID AND d.QXFromWordID < a.QXWordID WHERE a.QXSectionType = 24 AND a.QXWordType "
-            "= 1012");
         add("data flow across rows", "QXDATAFLOW WHERE QXRowID <> QXFromRowID");
-        // A call argument that the called program declares in a copied part,
-        // where the called program passes it on in a data flow.
+        // A call argument after the call's word that the called program
+        // declares in a copied part, where it passes it on in a data flow.
         add("data flow chain across programs",
             "QXWORD a JOIN QXDEPENDENCIES d ON d.QXFromFileID = a.QXFileID AND d.QXFromRowID = "
             "a.QXRowID AND d.QXFromWordID < a.QXWordID JOIN QXDEPENDENCIES inc ON inc.QXFromFileID "

@@ -335,29 +335,25 @@ private slots:
             QCOMPARE(F->Fake->Selected, QStringList({"QXFILE:"}));
     }
 
-    void everyRefreshGivesThePopupBackFirst() {
+    // A refresh notice for another connection is ignored; every refresh gives
+    // the popup back and clears the tree first.
+    void refreshNoticesAndThePopup() {
         FView->RefreshContent(nullptr, nullptr, QString());
-        QCOMPARE(FView->tvMain->PopupMenu(), nullptr); // markers only
+        FakeDataAccess other;
+        FView->RefreshContent(&other, nullptr, QString());
+        QCOMPARE(F->Fake->EndRefreshCalls, 1);
+        QVERIFY(other.Selected.isEmpty());
         QMenu* popupDuringRefresh = nullptr;
         bool treeClearedFirst = false;
         F->Fake->OnSelect = [&](const QString&) {
             popupDuringRefresh = FView->tvMain->PopupMenu();
             treeClearedFirst = FView->tvMain->RootCount() == 0;
         };
-        FView->cbRefreshView->click();
-        QCOMPARE(popupDuringRefresh, FView->pmnuView);
-        QVERIFY(treeClearedFirst);
-        QCOMPARE(FView->tvMain->PopupMenu(), nullptr);
-    }
-
-    void refreshNoticesForOtherConnectionsAreIgnored() {
-        FView->RefreshContent(nullptr, nullptr, QString());
-        FakeDataAccess other;
-        FView->RefreshContent(&other, nullptr, QString());
-        QCOMPARE(F->Fake->EndRefreshCalls, 1);
-        QVERIFY(other.Selected.isEmpty());
         FView->RefreshContent(F->Fake, nullptr, QString());
         QCOMPARE(F->Fake->EndRefreshCalls, 2);
+        QCOMPARE(popupDuringRefresh, FView->pmnuView);
+        QVERIFY(treeClearedFirst);
+        QCOMPARE(FView->tvMain->PopupMenu(), nullptr); // markers only
     }
 
     void refreshFailuresAreQuietForTheHostOnly() {
