@@ -229,16 +229,13 @@ private slots:
         QVERIFY(b->Expanded());
     }
 
-    void aDestroyedPopupMenuIsNoLongerOffered() {
+    // Images come from the image list; a destroyed popup menu is no longer offered.
+    void imagesAndThePopupMenu() {
         TQXTreeControl tree;
         auto menu = std::make_unique<QMenu>();
         tree.SetPopupMenu(menu.get());
         menu.reset();
         QCOMPARE(tree.PopupMenu(), nullptr);
-    }
-
-    void imagesComeFromTheImageList() {
-        TQXTreeControl tree;
         TQXTreeNode* node = tree.AddRoot("A", nullptr, 12);
         QCOMPARE(node->SelectedIndex(), 12); // the selected picture follows the image
         node->SetSelectedIndex(13);
@@ -282,7 +279,7 @@ private slots:
 
     // A TopDown picture and its BottomUp twin share everything but the
     // direction badge in the lower right corner.
-    void twinsDifferOnlyInTheBadge() {
+    void twinsAndColours() {
         const QList<QPair<int, int>> twins = {{12, 13}, {14, 15}, {16, 17}, {18, 19}, {20, 21},
                                               {23, 26}, {24, 27}, {25, 28}, {29, 32}, {30, 33},
                                               {31, 34}, {39, 40}, {41, 42}, {43, 44}, {50, 51},
@@ -293,9 +290,7 @@ private slots:
                 QVERIFY2(a.copy(kept) == b.copy(kept),
                          qPrintable(QStringLiteral("%1 / %2").arg(down).arg(up)));
         }
-    }
-
-    void persistentStorageIsGreen() {
+        // Persistent storage is green.
         for (int i : {20, 21, 43, 44, 45, 46, 47, 48}) {
             const QImage image = Render(i, 32);
             int green = 0, other = 0;

@@ -94,7 +94,7 @@ private slots:
         FConditions = {};
     }
 
-    void groupingsNeedAFileOfTheirOwn() {
+    void groupingsNeedAFileOfTheirOwnAndTheLimitMarkerComesFirst() {
         // ARCHIVE has no file; the limit is not reached with exactly two.
         QList<TQXTreeNode*> nodes = List("System", 0, 1, "2");
         QCOMPARE(Texts(nodes), (QStringList{"ACCOUNTS", "CLAIMS"}));
@@ -108,10 +108,8 @@ private slots:
         QCOMPARE(Images(nodes), (QList<int>{49, 9}));
         QCOMPARE(ItemId(nodes[0]), QString("0,0,5,0,0,0,0,0,0"));
         QCOMPARE(ItemId(nodes[1]), QString("0,0,0,6,0,0,0,0,0"));
-    }
-
-    void theLimitMarkerPrecedesTheFirstHits() {
-        const QList<TQXTreeNode*> nodes = List("System", 0, 1, "01");
+        // The limit marker, with the limit as typed, precedes the first hits.
+        nodes = List("System", 0, 1, "01");
         QCOMPARE(
             Texts(nodes),
             (QStringList{"  *** RootItem Limit reached, only the first 01 hits in the database "

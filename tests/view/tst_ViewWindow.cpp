@@ -148,16 +148,6 @@ protected:
     int FilterConditionCount() const override { return Conditions; }
 };
 
-QStringList MenuNames(const TQXMainMenu& menu) {
-    QStringList names;
-    for (const QMenu* m : menu.Menus())
-        names << m->objectName();
-    return names;
-}
-
-const QString ClickRefresh =
-    "  *** Click Refresh or choose View/Refresh on the Main Menu for Result ***";
-
 void SetViewBy(TQXView& view, bool dependencies, bool topDown, const QString& level) {
     (dependencies ? view.rbDependencies : view.rbDistribution)->setChecked(true);
     (topDown ? view.rbTopDown : view.rbBottomUp)->setChecked(true);
@@ -196,10 +186,14 @@ private slots:
         QCOMPARE(view->tvMain->font().pointSize(), 13);
         QVERIFY(!view->AskBeforeClosing());
         QCOMPARE(CheckedItems(*view), (QStringList{"Distribution1", "TopDown1", "System1"}));
-        QCOMPARE(MenuNames(view->mnuView),
-                 QStringList({"File1", "Edit1", "View1", "Filter1", "Tracks1", "Window1"}));
+        QStringList menus;
+        for (const QMenu* menu : view->mnuView.Menus())
+            menus << menu->objectName();
+        QCOMPARE(menus, QStringList({"File1", "Edit1", "View1", "Filter1", "Tracks1", "Window1"}));
         QVERIFY(!view->mnuView.FindItem("AutoCompleteTrack1")->isEnabled());
         QVERIFY(!view->mnuView.FindItem("AddTrack1")->isEnabled());
+        const QString error = ErrorOf([] { TQXView(nullptr, 1, nullptr, "View 1", "Estate", ""); });
+        QVERIFY2(error.startsWith("TQXView.Create: ") && error.endsWith('\r'), qPrintable(error));
     }
 
     void popupItemsFollowTheHostsWindows() {
@@ -219,12 +213,9 @@ private slots:
         QCOMPARE(enabled(*F->MakeView()).last(), QString("AddTracktoDiagram1"));
     }
 
-    void creationFailuresCarryThePrefix() {
-        const QString error = ErrorOf([] { TQXView(nullptr, 1, nullptr, "View 1", "Estate", ""); });
-        QVERIFY2(error.startsWith("TQXView.Create: ") && error.endsWith('\r'), qPrintable(error));
-    }
-
-    void connectionFailureShowsMessageAndMarker() {
+    // A failed connection shows its reason and a marker, a later notice can
+    // connect, and a view without a connection asks for one.
+    void connecting() {
         F->ConnectError = "unable to open database file";
         FView->RefreshContent(nullptr, nullptr, QString());
         QCOMPARE(F->Ui.Messages(),
@@ -239,9 +230,7 @@ private slots:
         FView->RefreshContent(nullptr, nullptr, QString());
         QCOMPARE(FView->windowTitle(), QString("Korvane - View 1 on Estate"));
         QCOMPARE(FView->tvMain->Root(0)->Text(), QString("  *** No Hits on System ***"));
-    }
 
-    void aViewWithoutConnectionAsksForOne() {
         const auto view = F->MakeView(QString());
         F->Ui.QueueChoice(QString("Estate"));
         view->RefreshContent(nullptr, nullptr, QString());
@@ -437,7 +426,10 @@ private slots:
         QVERIFY(FView->rbDependencies->isChecked());
         QCOMPARE(CheckedItems(*FView), (QStringList{"Dependencies1", "TopDown1", "System1"}));
         QCOMPARE(FView->lblUserHint->text(), QString("View: System uses System(s)"));
-        QCOMPARE(RootTexts(*FView->tvMain), QStringList({ClickRefresh}));
+        QCOMPARE(
+            RootTexts(*FView->tvMain),
+            QStringList(
+                {"  *** Click Refresh or choose View/Refresh on the Main Menu for Result ***"}));
         QCOMPARE(FView->tvMain->PopupMenu(), nullptr);
         // Choosing the checked one again changes nothing.
         choose(FView->rbDependencies, "Dependencies1");
