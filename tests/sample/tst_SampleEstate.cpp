@@ -492,8 +492,8 @@ private slots:
     }
 
     // The same scale and seed give the same estate; another seed other
-    // contents in the same structure.
-    void seedDecidesTheContentsOnly() {
+    // contents in the same structure, another scale more of it.
+    void seedDecidesTheContentsScaleTheSize() {
         const TRepository again(1, 1);
         const TRepository otherSeed(1, 2);
         bool differs = false;
@@ -505,22 +505,17 @@ private slots:
         QCOMPARE(otherSeed.Counts().files, FDemo->Counts().files);
         QCOMPARE(otherSeed.Counts().objects, FDemo->Counts().objects);
         CheckReferences(otherSeed, 1);
-    }
 
-    // A regional copy follows the demo, whose file ids it keeps, and calls
-    // into the demo's suite.
-    void scaleTwoAddsARegionalCopy() {
+        // At scale 2 a regional copy follows the demo, whose file ids it
+        // keeps, and calls into the demo's suite.
         const TRepository larger(2, 1);
         CheckReferences(larger, 2);
-        QVERIFY(larger.Scalar(QStringLiteral(
-                    "SELECT COUNT(*) FROM QXDEPENDENCIES d JOIN QXFILE t ON t.QXFileID = "
-                    "d.QXFileID JOIN QXFILE c ON c.QXFileID = d.QXFromFileID WHERE c.QXFileName "
-                    "LIKE '%-1.CBL' AND t.QXFileName = 'DATEUTIL.CBL'")) > 0);
-        QCOMPARE(larger.Column(
-                     QStringLiteral(
-                         "SELECT QXFileName FROM QXFILE WHERE QXFileID <= %1 ORDER BY QXFileID")
-                         .arg(FDemo->Counts().files)),
-                 FDemo->Column(QStringLiteral("SELECT QXFileName FROM QXFILE ORDER BY QXFileID")));
+        QVERIFY(larger.Scalar("SELECT COUNT(*) FROM QXDEPENDENCIES d JOIN QXFILE t ON t.QXFileID = "
+                              "d.QXFileID JOIN QXFILE c ON c.QXFileID = d.QXFromFileID WHERE "
+                              "c.QXFileName LIKE '%-1.CBL' AND t.QXFileName = 'DATEUTIL.CBL'") > 0);
+        QCOMPARE(larger.Column("SELECT QXFileName FROM QXFILE WHERE QXFileID <= " +
+                               QString::number(FDemo->Counts().files) + " ORDER BY QXFileID"),
+                 FDemo->Column("SELECT QXFileName FROM QXFILE ORDER BY QXFileID"));
     }
 
     // korvane-sample: exit codes, refusal to overwrite, replacement with

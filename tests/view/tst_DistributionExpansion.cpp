@@ -181,6 +181,12 @@ private slots:
         QCOMPARE(Images(record), QList<int>{52});
         QCOMPARE(ItemId(record->Child(0)), QString("1,0,0,0,0,1,0,0,0"));
         QCOMPARE(Expand(Root(TQXItem::ForObject(1, 3)), 1), QStringList{"ACCT [Program]"});
+        // A hidden part's container is its visible object; without one there is none.
+        TQXTreeNode* hidden = Root(TQXItem::ForEntry(1, 2, 1));
+        QCOMPARE(Expand(hidden, 1), QStringList{"ACCT [Program]"});
+        QCOMPARE(Images(hidden), QList<int>{53});
+        QCOMPARE(ItemId(hidden->Child(0)), QString("1,0,0,0,0,1,0,0,0"));
+        QVERIFY(Expand(Root(TQXItem::ForEntry(3, 2, 1)), 1).isEmpty());
     }
 
     void attributesListedOnce() {
@@ -196,15 +202,6 @@ private slots:
         TQXTreeNode* billing = Root(TQXItem::ForApplication(4), 9);
         QCOMPARE(Expand(billing, 1), QStringList{"HOST1"});
         QCOMPARE(Expandable(billing), QList<int>{1});
-    }
-
-    void hiddenPartsShowTheirVisibleObject() {
-        TQXTreeNode* hidden = Root(TQXItem::ForEntry(1, 2, 1));
-        QCOMPARE(Expand(hidden, 1), QStringList{"ACCT [Program]"});
-        QCOMPARE(Images(hidden), QList<int>{53});
-        QCOMPARE(ItemId(hidden->Child(0)), QString("1,0,0,0,0,1,0,0,0"));
-        // Without a visible object the expansion ends with nothing.
-        QVERIFY(Expand(Root(TQXItem::ForEntry(3, 2, 1)), 1).isEmpty());
     }
 
     void rootLinesAndEntries() {
@@ -224,7 +221,8 @@ private slots:
         QCOMPARE(Expandable(main), (QList<int>{0, 0, 0, 0}));
     }
 
-    void aRepeatedItemEndsThePath() {
+    // A node is expanded once, and an item repeated on its path ends it.
+    void aNodeIsExpandedOnceAndARepeatedItemEndsThePath() {
         TQXTreeNode* orders = Root(TQXItem::ForApplication(5), 9);
         TQXTreeNode* program = Root(TQXItem::ForObject(3, 1), 53, orders);
         QCOMPARE(Expand(program, 1), QStringList{"ORDERS !!! Recursive Track from here !!!"});
@@ -232,6 +230,18 @@ private slots:
         TQXTreeNode* free = Root(TQXItem::ForObject(3, 1), 53);
         QCOMPARE(Expand(free, 1), QStringList{"ORDERS"});
         QCOMPARE(Expandable(free), QList<int>{1});
+        TQXTreeNode* billing = Root(TQXItem::ForApplication(4), 9);
+        Expand(billing, 0);
+        QCOMPARE(Expand(billing, 0).size(), 3);
+        // Opened through the tree itself; collapsing keeps the children.
+        connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
+                [this](TQXTreeNode* node) { Expand(node, 0); });
+        TQXTreeNode* host = Root(TQXItem::ForComputer(2));
+        for (bool expanded : {true, false, true}) {
+            host->SetExpanded(expanded);
+            QCOMPARE(host->ChildCount(), 2);
+        }
+        FTree->disconnect(this);
     }
 
     void inheritedSourceFollowsTheObject() {
@@ -263,21 +273,6 @@ private slots:
         TQXTreeNode* root = Root(TQXItem::ForObject(13, 3), 20);
         QCOMPARE(Expand(root, 0).first(), QStringLiteral(" Y as PIC 9 [ROOT]"));
         QCOMPARE(Images(root).first(), 45);
-    }
-
-    void aNodeIsExpandedOnce() {
-        TQXTreeNode* billing = Root(TQXItem::ForApplication(4), 9);
-        Expand(billing, 0);
-        QCOMPARE(Expand(billing, 0).size(), 3);
-        // Opened through the tree itself; collapsing keeps the children.
-        connect(FTree.get(), &TQXTreeControl::NodeExpanded, this,
-                [this](TQXTreeNode* node) { Expand(node, 0); });
-        TQXTreeNode* host = Root(TQXItem::ForComputer(2));
-        for (bool expanded : {true, false, true}) {
-            host->SetExpanded(expanded);
-            QCOMPARE(host->ChildCount(), 2);
-        }
-        FTree->disconnect(this);
     }
 };
 
