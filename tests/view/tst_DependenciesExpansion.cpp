@@ -175,7 +175,7 @@ private slots:
                          "ZAP [ALPHA]"}));
     }
 
-    void bottomUpInheritedAndUncertainCallers() {
+    void bottomUpInheritedAndUncertainCallersAndHiddenParts() {
         TQXTreeNode* base = Open(Root("Object", TQXItem::ForObject(2, 2)), 1);
         QCOMPARE(ChildTexts(base),
                  (QStringList{"MAIN [MAIN inherits from ALPHA, therefore possible caller]",
@@ -191,9 +191,7 @@ private slots:
                          "READ [CUSTFILE]    [CUSTFILE in CUST.DAT inherits from BETA, "
                          "therefore possible caller]"}));
         QCOMPARE(Images(run), (QList<int>{32, 32}));
-    }
-
-    void hiddenPartsTakeTheIconOfTheirNamesake() {
+        // Hidden parts take the icon of their visible namesake.
         TQXTreeNode* icons = Open(Root("Object", TQXItem::ForObject(1, 4)));
         QCOMPARE(ChildTexts(icons), (QStringList{"COPYA [Copy]", "COPYB [Copy]"}));
         QCOMPARE(Images(icons), (QList<int>{40, -1}));
