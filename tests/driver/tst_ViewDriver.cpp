@@ -74,6 +74,9 @@ private slots:
         settings.Option = true;
         driver.Apply(settings);
         QVERIFY(driver.View().Settings().Option);
+        settings.Direction = TQXDirection::BottomUp;
+        driver.Apply(settings);
+        QVERIFY(!driver.View().Settings().IsTopDown());
         settings.LimitText = QStringLiteral("many");
         QVERIFY_THROWS_EXCEPTION(EQXError, driver.Apply(settings));
     }
