@@ -43,6 +43,7 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
 
     TQXViewDriver driver(options.Repository);
     driver.AnswerYes(options.AnswerYes);
+    driver.View().SetReadPath(options.Reference ? TQXReadPath::Reference : TQXReadPath::SetBased);
     driver.Apply(options.Settings);
     if (options.Settings.Option && driver.View().cbOption->isHidden())
         err << "korvane-cli: warning: this view has no option box; --option is ignored\n";

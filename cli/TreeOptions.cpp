@@ -35,6 +35,9 @@ const OptionDescription Descriptions[] = {
     {"format", "text|json|csv", "output format (text)"},
     {"yes", nullptr, "answer Yes to the questions the view asks (No otherwise)"},
     {"max-nodes", "N", "stop opening nodes once the tree holds N nodes (100000)"},
+    {"reference", nullptr,
+     "read record by record as the view's algorithms are written, instead of the set-based "
+     "reads (the same tree, for comparison)"},
     {"help", nullptr, "show this text"},
 };
 
@@ -204,5 +207,6 @@ TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
         options.Format =
             Choose(QStringLiteral("format"), value("format"), TQXTreeWriter::Formats());
     options.AnswerYes = isSet("yes");
+    options.Reference = isSet("reference");
     return options;
 }

@@ -23,5 +23,6 @@ public:
     QString PathText; // as given
     QString Format = QStringLiteral("text");
     bool AnswerYes = false;
-    int MaxNodes = 100000; // opening stops once the tree holds as many nodes
+    bool Reference = false; // the record-by-record reference path
+    int MaxNodes = 100000;  // opening stops once the tree holds as many nodes
 };

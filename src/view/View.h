@@ -85,6 +85,10 @@ public:
     TQXViewSettings Settings() const;
     const TTracks& Tracks() const { return FTracks; }
     const TQXTableHandleSet& Tables() const { return FTables; }
+    // Set-based reads (the default) or the reference path; takes effect
+    // with the next refresh or expansion.
+    void SetReadPath(TQXReadPath path) { FReadPath = path; }
+    TQXReadPath ReadPath() const { return FReadPath; }
 
     // The form's controls, by their names on the form.
     TQXMainMenu mnuView;
@@ -161,6 +165,7 @@ private:
     TDependencies FDependencies;
     // What call lookups read, kept for one refresh.
     TQXCallLookup::Cache FCallCache;
+    TQXReadPath FReadPath = TQXReadPath::SetBased;
     // Condition texts of the root-item filter, set by SetFilter.
     QString FObjectFilter;
     QString FEntryFilter;
