@@ -147,6 +147,8 @@ int Run(QApplication& app) {
     TQXMainWindow window(baseFunctions, commandLine.SettingsFile);
     window.resize(1180, 760);
     window.show();
+    // Drawn before the first view connects, which may take until a timeout.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     window.OpenView(connection);
 
     if (unattended)

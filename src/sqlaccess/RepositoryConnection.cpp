@@ -156,8 +156,20 @@ void LimitSession(QSqlDatabase& db, int seconds) {
     QSqlQuery set(db);
     if (!set.exec(QStringLiteral("SET statement_timeout = ") + QString::number(milliseconds)) ||
         !set.exec(QStringLiteral("SET lock_timeout = ") + QString::number(milliseconds - 100)))
-        throw EQXError(QStringLiteral("Could not set the statement timeout: ") +
+        throw EQXError(QStringLiteral("could not set the statement timeout: ") +
                        ErrorText(set.lastError()));
+}
+
+// SQLite reads the file's schema with the first statement, and waits for it
+// while another program holds the file locked: once is enough to say so.
+void CheckNotLocked(QSqlDatabase& db, int seconds) {
+    QSqlQuery probe(db);
+    if (probe.exec(QStringLiteral("SELECT 1 FROM sqlite_master LIMIT 1")) ||
+        probe.lastError().nativeErrorCode() != QLatin1String("5"))
+        return; // anything else wrong with the file shows where it is read
+    throw EQXError(QStringLiteral("the file is locked by another program; waited ") +
+                   QString::number(seconds) + QStringLiteral(" s (") +
+                   probe.lastError().databaseText() + QLatin1Char(')'));
 }
 
 int IntegerSetting(QSettings& settings, const char* key, int fallback) {
@@ -260,14 +272,16 @@ QSqlDatabase OpenRepositoryDatabase(const RepositoryLocation& location,
         throw EQXError(QStringLiteral("Could not open repository ") + location.Display() +
                        QStringLiteral(": ") + message);
     }
-    if (location.kind == RepositoryLocation::Kind::PostgreSQL) {
-        try {
+    try {
+        if (location.kind == RepositoryLocation::Kind::PostgreSQL)
             LimitSession(db, timeouts.statementSeconds);
-        } catch (...) {
-            db = QSqlDatabase();
-            CloseRepositoryDatabase(connectionName);
-            throw;
-        }
+        else
+            CheckNotLocked(db, timeouts.statementSeconds);
+    } catch (const EQXError& e) {
+        db = QSqlDatabase();
+        CloseRepositoryDatabase(connectionName);
+        throw EQXError(QStringLiteral("Could not open repository ") + location.Display() +
+                       QStringLiteral(": ") + e.Message());
     }
     {
         TimeoutRegistry& registry = TimeoutRegistry::Instance();

@@ -170,17 +170,22 @@ private slots:
         TestRepository repository;
         QSqlDatabase other = OpenRepositoryDatabase(
             RepositoryLocation::Parse(repository.Location()), "other program");
+        const TimeoutsFor timeouts(10, 1);
+        SqlDataAccess opened(repository.Location());
         QVERIFY(QSqlQuery(other).exec("BEGIN EXCLUSIVE"));
-        {
-            const TimeoutsFor timeouts(10, 1);
-            SqlDataAccess access(repository.Location());
-            const Failure failure = FailureOf([&] { access.GetTableRef("QXFILE"); });
-            QVERIFY2(failure.TimedOut &&
-                         failure.Message.contains("is locked by another program; waited 1 s"),
-                     qPrintable(failure.Message));
-            QVERIFY(failure.Message.contains(repository.Location()));
-            QVERIFY(failure.Seconds < 5);
-        }
+        // Locked before the repository is opened, and while it is read.
+        const Failure opening = FailureOf([&] { SqlDataAccess(repository.Location()); });
+        QVERIFY2(opening.Message == "Could not open repository " + repository.Location() +
+                                        ": the file is locked by another program; waited 1 s "
+                                        "(database is locked)",
+                 qPrintable(opening.Message));
+        const Failure reading = FailureOf([&] { opened.GetTableRef("QXFILE"); });
+        QVERIFY2(reading.TimedOut && reading.Message == "The repository file " +
+                                                            repository.Location() +
+                                                            " is locked by another program; "
+                                                            "waited 1 s (database is locked)",
+                 qPrintable(reading.Message));
+        QVERIFY(opening.Seconds < 5 && reading.Seconds < 5);
         QSqlQuery(other).exec("ROLLBACK");
         other = QSqlDatabase();
         CloseRepositoryDatabase("other program");
