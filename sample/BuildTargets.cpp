@@ -99,6 +99,8 @@ TSchemaBuild::TSchemaBuild(QSqlDatabase& db, const QStringList& tables, bool rep
         throw EQXError(QStringLiteral("Cannot read the current schema: ") +
                        query.lastError().text());
     FTarget = query.value(0).toString();
+    // Dropping a schema lists every table it takes along; nobody asked.
+    Exec(QStringLiteral("SET client_min_messages = warning"));
     const QString build = QLatin1String(BuildPrefix) + query.value(1).toString();
     if (FTarget.isEmpty())
         throw EQXError(QStringLiteral("The search_path of the connection names no schema that "
