@@ -40,6 +40,12 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
     }
     const std::unique_ptr<TQXTreeWriter> writer = TQXTreeWriter::Create(options.Format);
     CheckRepositoryExists(options.Repository);
+    if (options.TimeoutSeconds >= 0) {
+        RepositoryTimeouts timeouts;
+        timeouts.connectSeconds = options.TimeoutSeconds;
+        timeouts.statementSeconds = options.TimeoutSeconds;
+        RepositoryTimeouts::SetCurrent(timeouts);
+    }
 
     TQXViewDriver driver(options.Repository);
     driver.AnswerYes(options.AnswerYes);

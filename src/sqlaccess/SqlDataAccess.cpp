@@ -84,6 +84,8 @@ TQXTableRef SqlDataAccess::GetTableRef(const QString& tableName) {
     SqlStatement probe(Database(), FRoundTrips);
     try {
         probe.ReadAll(QStringLiteral("SELECT * FROM ") + name + QStringLiteral(" WHERE 1 = 0"));
+    } catch (const EQXStatementTimeout&) {
+        throw; // the table may well be there, only locked
     } catch (const EQXError& e) {
         throw EQXError(QStringLiteral("Table %1 not found in the repository %2: %3")
                            .arg(name, FLocation.Display(), e.Message()));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "repository/Errors.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -8,9 +10,19 @@
 
 #include <functional>
 
+class StatementWatchdog;
+
+// A statement that ran out of time: the server cancelled it (statement or
+// lock timeout), did not answer at all, or a SQLite file stayed locked.
+class EQXStatementTimeout : public EQXError {
+public:
+    using EQXError::EQXError;
+};
+
 // Running one statement against the repository: every failure becomes an
 // EQXError carrying the database's own message, and every statement counts
-// as one round trip.
+// as one round trip. No statement waits longer than the connection's
+// statement timeout (plus a grace when the server does not answer at all).
 class SqlStatement {
 public:
     SqlStatement(const QSqlDatabase& db, qint64& roundTrips);
@@ -27,7 +39,8 @@ public:
     const QStringList& Columns() const { return FColumns; }
 
 private:
-    QSqlQuery Run(const QString& sql, const QVariantList& values);
+    QSqlQuery Run(const QString& sql, const QVariantList& values, StatementWatchdog& watchdog);
+    [[noreturn]] void Fail(const QSqlError& error, const StatementWatchdog& watchdog) const;
 
     QSqlDatabase FDb;
     qint64& FRoundTrips;
