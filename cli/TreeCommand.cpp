@@ -42,6 +42,8 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
     CheckRepositoryExists(options.Repository);
 
     TQXViewDriver driver(options.Repository);
+    if (!driver.RepositoryNotice().isEmpty())
+        err << "korvane-cli: note: " << driver.RepositoryNotice() << "\n";
     driver.AnswerYes(options.AnswerYes);
     driver.Apply(options.Settings);
     if (options.Settings.Option && driver.View().cbOption->isHidden())

@@ -82,6 +82,7 @@ struct TQXViewDriver::Parts {
     std::unique_ptr<TQXFormInterface> Form;
     TQXView* View = nullptr;
     bool Connected = false;
+    QString Notice;
 };
 
 TQXViewDriver::TQXViewDriver(const QString& repository) {
@@ -95,6 +96,8 @@ TQXViewDriver::TQXViewDriver(const QString& repository) {
     // Opened here, as the host opens a connection before its views use it,
     // so that an unreachable repository fails with the database's reason.
     parts->Opened = parts->Host.GetDataAccess(connection);
+    if (auto* notice = dynamic_cast<TQXRepositoryNotice*>(parts->Opened))
+        parts->Notice = notice->TakeRepositoryNotice();
     parts->Form = TQXFormRegistry::Create(QStringLiteral("TQXView"), nullptr, 1, &parts->Host,
                                           QStringLiteral("View 1"), connection, QString());
     parts->View = qobject_cast<TQXView*>(parts->Form.get());
@@ -219,4 +222,8 @@ qint64 TQXViewDriver::RoundTrips() const {
         FParts->View->DataAccess() ? FParts->View->DataAccess() : FParts->Opened;
     const auto* sql = dynamic_cast<const SqlDataAccess*>(access);
     return sql ? sql->RoundTrips() : 0;
+}
+
+const QString& TQXViewDriver::RepositoryNotice() const {
+    return FParts->Notice;
 }

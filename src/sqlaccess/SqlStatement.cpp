@@ -6,6 +6,19 @@
 #include <QSqlError>
 #include <QSqlRecord>
 
+namespace {
+// The database's own words; Qt's note on what it was doing only when the
+// database said nothing.
+SqlError ErrorOf(const QSqlError& error) {
+    QString message = error.databaseText().trimmed();
+    if (message.isEmpty())
+        message = error.text().trimmed();
+    if (message.isEmpty())
+        message = QStringLiteral("The database refused the statement");
+    return SqlError(message, error.nativeErrorCode());
+}
+} // namespace
+
 SqlStatement::SqlStatement(const QSqlDatabase& db, qint64& roundTrips)
     : FDb(db), FRoundTrips(roundTrips) {}
 
@@ -24,18 +37,15 @@ QSqlQuery SqlStatement::Run(const QString& sql, const QVariantList& values) {
             query.addBindValue(value);
         ok = ok && query.exec();
     }
-    if (!ok) {
-        QString message = query.lastError().text().trimmed();
-        if (message.isEmpty())
-            message = QStringLiteral("The database refused the statement");
-        throw EQXError(message);
-    }
+    if (!ok)
+        throw ErrorOf(query.lastError());
     return query;
 }
 
 void SqlStatement::ForEachRow(const QString& sql,
-                              const std::function<bool(const QSqlQuery&)>& visit) {
-    QSqlQuery query = Run(sql, {});
+                              const std::function<bool(const QSqlQuery&)>& visit,
+                              const QVariantList& values) {
+    QSqlQuery query = Run(sql, values);
     const QSqlRecord record = query.record();
     FColumns.clear();
     for (int i = 0; i < record.count(); ++i)
@@ -45,19 +55,22 @@ void SqlStatement::ForEachRow(const QString& sql,
             return;
     // A connection lost while reading shows up as an error after the last row.
     if (query.lastError().isValid())
-        throw EQXError(query.lastError().text().trimmed());
+        throw ErrorOf(query.lastError());
 }
 
-QVector<QVector<QVariant>> SqlStatement::ReadAll(const QString& sql) {
+QVector<QVector<QVariant>> SqlStatement::ReadAll(const QString& sql, const QVariantList& values) {
     QVector<QVector<QVariant>> rows;
-    ForEachRow(sql, [this, &rows](const QSqlQuery& query) {
-        const int count = static_cast<int>(FColumns.size());
-        QVector<QVariant> row(count);
-        for (int i = 0; i < count; ++i)
-            row[i] = query.value(i);
-        rows.push_back(std::move(row));
-        return true;
-    });
+    ForEachRow(
+        sql,
+        [this, &rows](const QSqlQuery& query) {
+            const int count = static_cast<int>(FColumns.size());
+            QVector<QVariant> row(count);
+            for (int i = 0; i < count; ++i)
+                row[i] = query.value(i);
+            rows.push_back(std::move(row));
+            return true;
+        },
+        values);
     return rows;
 }
 

@@ -96,6 +96,13 @@ void TQXView::ConnectToDB() {
     } catch (const std::exception& e) {
         TQXUIServices::Current().ShowMessage(QStringLiteral("AssignDBPointers failed: ") +
                                              ExceptionMessage(e));
+        return;
+    }
+    // What the repository has to say about itself, once per connection.
+    if (auto* notice = dynamic_cast<TQXRepositoryNotice*>(FDataAccess)) {
+        const QString text = notice->TakeRepositoryNotice();
+        if (!text.isEmpty())
+            TQXUIServices::Current().ShowMessage(text);
     }
     // The filter dialog is built here once the root-item filter exists.
 }
