@@ -139,9 +139,8 @@ void TQXViewDriver::Refresh() {
             throw EQXError(QStringLiteral("Could not connect to Database ") +
                            view.ConnectionName());
         FParts->Connected = true;
-        // The host's refresh drops its errors; a refresh that left nothing
-        // failed, and doing it again tells why.
-        if (Tree().RootCount() == 0)
+        // The host's refresh drops its errors; doing it again tells why.
+        if (view.HostRefreshFailed() || Tree().RootCount() == 0)
             view.RefreshCurrentView();
     } else {
         view.RefreshCurrentView();

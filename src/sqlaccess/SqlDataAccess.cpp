@@ -104,8 +104,8 @@ TQXTableRef SqlDataAccess::GetTableRef(const QString& tableName) {
     SqlStatement probe(Database(), FRoundTrips);
     try {
         probe.ReadAll(QStringLiteral("SELECT * FROM ") + name + QStringLiteral(" WHERE 1 = 0"));
-    } catch (const EQXError& e) {
-        throw EQXError(UnreadableTable(name, e.Message()));
+    } catch (const SqlError& e) {
+        throw EQXError(UnreadableTable(name, e));
     }
     const QStringList columns = probe.Columns();
     auto table = std::make_shared<SqlTable>(Database(), FRoundTrips, name, columns);
@@ -115,8 +115,22 @@ TQXTableRef SqlDataAccess::GetTableRef(const QString& tableName) {
 
 // Why a table could not be read: missing only when the catalog does not know
 // it; any other failure (and a catalog that cannot be read) in the
-// database's own words.
-QString SqlDataAccess::UnreadableTable(const QString& name, const QString& message) {
+// database's own words. Only SQLite's generic error and PostgreSQL's
+// undefined table can mean a missing table; the catalog is not asked
+// otherwise (a locked file would keep it waiting once more).
+QString SqlDataAccess::UnreadableTable(const QString& name, const SqlError& error) {
+    const bool mayBeMissing = IsPostgreSQL(Database()) ? error.Code() == QLatin1String("42P01")
+                                                       : error.Code() == QLatin1String("1");
+    if (mayBeMissing && !TableKnown(name))
+        return QStringLiteral("Table ") + name + QStringLiteral(" not found in the repository ") +
+               FLocation.Display();
+    return QStringLiteral("Table ") + name + QStringLiteral(" of the repository ") +
+           FLocation.Display() + QStringLiteral(" cannot be read: ") + error.Message();
+}
+
+// Whether the catalog knows the table by its unquoted name; true when the
+// catalog cannot be read either.
+bool SqlDataAccess::TableKnown(const QString& name) {
     try {
         SqlStatement catalog(Database(), FRoundTrips);
         const auto rows =
@@ -126,14 +140,10 @@ QString SqlDataAccess::UnreadableTable(const QString& name, const QString& messa
                                                  "type IN ('table', 'view') AND "
                                                  "name = ? COLLATE NOCASE"),
                                   {name});
-        if (!rows.isEmpty() && !rows.front().front().toBool())
-            return QStringLiteral("Table ") + name +
-                   QStringLiteral(" not found in the repository ") + FLocation.Display();
+        return rows.isEmpty() || rows.front().front().toBool();
     } catch (const EQXError&) {
-        // The statement's own message says it.
+        return true;
     }
-    return QStringLiteral("Table ") + name + QStringLiteral(" of the repository ") +
-           FLocation.Display() + QStringLiteral(" cannot be read: ") + message;
 }
 
 void SqlDataAccess::ThrowWriteFailure(const SqlError& error) const {

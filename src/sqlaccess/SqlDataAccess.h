@@ -65,7 +65,8 @@ public:
 private:
     friend class SqlTable;
     SqlTable& TableOf(TQXTableRef table) const;
-    QString UnreadableTable(const QString& name, const QString& message);
+    QString UnreadableTable(const QString& name, const SqlError& error);
+    bool TableKnown(const QString& name);
     [[noreturn]] void ThrowWriteFailure(const SqlError& error) const;
 
     RepositoryLocation FLocation;

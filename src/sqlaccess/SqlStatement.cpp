@@ -10,9 +10,9 @@ namespace {
 // The database's own words; Qt's note on what it was doing only when the
 // database said nothing.
 SqlError ErrorOf(const QSqlError& error) {
-    QString message = error.databaseText().trimmed();
+    QString message = error.databaseText().simplified();
     if (message.isEmpty())
-        message = error.text().trimmed();
+        message = error.text().simplified();
     if (message.isEmpty())
         message = QStringLiteral("The database refused the statement");
     return SqlError(message, error.nativeErrorCode());

@@ -109,6 +109,7 @@ void TQXView::ConnectToDB() {
 
 void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender,
                              const QString& text) {
+    FHostRefreshFailed = false;
     try {
         if (!dataAccess) {
             if (!FDocumentFile.isEmpty()) {
@@ -135,6 +136,7 @@ void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender
                     RefreshCurrentView();
                 } catch (const std::exception&) {
                     // A refresh the host started fails silently.
+                    FHostRefreshFailed = true;
                 }
             }
         } else if (dataAccess == FDataAccess) {
@@ -142,6 +144,7 @@ void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender
                 RefreshCurrentView();
             } catch (const std::exception&) {
                 // A refresh the host started fails silently.
+                FHostRefreshFailed = true;
             }
         }
         cbRefreshView->setFocus();
