@@ -164,13 +164,15 @@ bool CtidOrder::ReadWindows(SqlStatement& statement, const QString& table, const
             QStringLiteral(" AND ") + After(after) + QStringLiteral(" AND ctid < ") +
             KeyLiteral(KeyAt(walk.windowEnd)) + QStringLiteral(" ORDER BY ctid LIMIT ") +
             QString::number(walk.batchSize));
+        walk.windowRows += rows.size();
         if (rows.size() == walk.batchSize) {
             // The window goes on after the last of these.
             walk.after = RowKey(rows.back());
             return true;
         }
         walk.blocksRead += walk.windowBlocks;
-        walk.rowsRead += rows.size();
+        walk.rowsRead += walk.windowRows;
+        walk.windowRows = 0;
         walk.after = KeyAt(walk.windowEnd);
         if (!rows.isEmpty())
             return true;
@@ -192,6 +194,7 @@ void CtidOrder::RestartAfter(RecordWalk& walk, qint64 key) const {
     walk.after = key;
     walk.exhausted = false;
     walk.windowEnd = 0; // a new window starts at the record's block
+    walk.windowRows = 0;
 }
 
 qint64 CtidOrder::Update(SqlStatement& statement, const QString& table, const QString& column,

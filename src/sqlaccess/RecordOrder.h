@@ -32,6 +32,7 @@ struct RecordWalk {
     bool windows = false;
     qint64 windowEnd = 0;
     qint64 windowBlocks = 0;    // size of the last window opened
+    qint64 windowRows = 0;      // records read from it so far
     qint64 relationBlocks = -1; // the table's size in blocks, read when the windows start
     qint64 blocksRead = 0;      // blocks of the windows closed so far
     qint64 rowsRead = 0;        // and the records they held
