@@ -121,9 +121,11 @@ bool CtidOrder::ReadBatch(SqlStatement& statement, const QString& table, const Q
 // True when the probe read the rest of the selection.
 bool CtidOrder::ReadProbe(SqlStatement& statement, const QString& table, const QString& condition,
                           RecordWalk& walk, SqlRows& rows) const {
+    QString where = condition;
+    if (walk.after)
+        where += QStringLiteral(" AND ") + After(*walk.after);
     rows = statement.ReadAll(QStringLiteral("SELECT *, ctid FROM ") + table +
-                             QStringLiteral(" WHERE ") + condition + QStringLiteral(" AND ") +
-                             After(walk.after.value_or(0)) + QStringLiteral(" LIMIT ") +
+                             QStringLiteral(" WHERE ") + where + QStringLiteral(" LIMIT ") +
                              QString::number(Probe));
     if (rows.size() >= Probe) {
         rows.clear();

@@ -204,6 +204,9 @@ private slots:
         }
         QCOMPARE(ui.Messages().size(), 1);
         const QString notice = ui.Messages().front();
+        const ProgramRun cli = Cli({"tree", estates.foreign.Location()});
+        QCOMPARE(cli.ExitCode, 0);
+        QCOMPARE(cli.Err, "korvane-cli: note: " + notice + "\n");
         QVERIFY2(notice.contains(" lacks ") && notice.contains("QXFILE (QXSystemID), ") &&
                      !notice.contains("QXFILE (QXFileID)") &&
                      notice.contains("(QXObjectName, QXIcon)") &&
