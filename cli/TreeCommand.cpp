@@ -48,6 +48,8 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
     }
 
     TQXViewDriver driver(options.Repository);
+    if (!driver.RepositoryNotice().isEmpty())
+        err << "korvane-cli: note: " << driver.RepositoryNotice() << "\n";
     driver.AnswerYes(options.AnswerYes);
     driver.View().SetReadPath(options.Reference ? TQXReadPath::Reference : TQXReadPath::SetBased);
     driver.Apply(options.Settings);

@@ -1,5 +1,7 @@
 #include "sqlaccess/LocateIndex.h"
 
+#include <algorithm>
+
 namespace {
 const QChar KeySeparator(0x1f);
 
@@ -53,6 +55,15 @@ void LocateIndex::Add(const QVariantList& keyValues, qint64 seq) {
     else
         FByText[ToTextKey(keyValues)].push_back(seq);
     ++FSize;
+}
+
+void LocateIndex::Finish() {
+    for (QVector<qint64>& positions : FByNumber)
+        if (!std::is_sorted(positions.cbegin(), positions.cend()))
+            std::sort(positions.begin(), positions.end());
+    for (QVector<qint64>& positions : FByText)
+        if (!std::is_sorted(positions.cbegin(), positions.cend()))
+            std::sort(positions.begin(), positions.end());
 }
 
 const QVector<qint64>& LocateIndex::Find(const QVariantList& keyValues) const {

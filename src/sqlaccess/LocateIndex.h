@@ -7,13 +7,16 @@
 
 #include <array>
 
-// Positions (QXSeq) of the records of one selection, by the values of some
-// key columns, in record order. Identifier keys (up to four columns of
-// integers, or of texts that are plain integers) are hashed as numbers; any
-// other key is compared as text.
+// Positions (record order keys, see RecordOrder) of the records of one
+// selection, by the values of some key columns, in record order. Identifier keys (up to four
+// columns of integers, or of texts that are plain integers) are hashed as numbers; any other key is
+// compared as text.
 class LocateIndex {
 public:
+    // Records may be added in any order; Finish puts each key's records in
+    // record order before the first Find.
     void Add(const QVariantList& keyValues, qint64 seq);
+    void Finish();
     // Record positions with these key values, in record order; empty if none.
     const QVector<qint64>& Find(const QVariantList& keyValues) const;
     qsizetype Size() const { return FSize; }

@@ -27,6 +27,16 @@ bool IsTimeout(const QSqlDatabase& db, const QSqlError& error) {
     return code == QLatin1String("5"); // SQLITE_BUSY: another connection holds the lock
 }
 
+// The database's own words; Qt's note on what it was doing only when the
+// database said nothing.
+SqlError ErrorOf(const QSqlError& error) {
+    QString message = error.databaseText().simplified();
+    if (message.isEmpty())
+        message = error.text().simplified();
+    if (message.isEmpty())
+        message = QStringLiteral("The database refused the statement");
+    return SqlError(message, error.nativeErrorCode());
+}
 } // namespace
 
 SqlStatement::SqlStatement(const QSqlDatabase& db, qint64& roundTrips)
@@ -49,10 +59,7 @@ void SqlStatement::Fail(const QSqlError& error, const StatementWatchdog& watchdo
                                   QStringLiteral(" is locked by another program; waited ") + limit +
                                   QStringLiteral(" (") + ServerMessage(error) + QLatin1Char(')'));
     }
-    QString message = error.text().trimmed();
-    if (message.isEmpty())
-        message = QStringLiteral("The database refused the statement");
-    throw EQXError(message);
+    throw ErrorOf(error);
 }
 
 QSqlQuery SqlStatement::Run(const QString& sql, const QVariantList& values,
@@ -77,9 +84,10 @@ QSqlQuery SqlStatement::Run(const QString& sql, const QVariantList& values,
 }
 
 void SqlStatement::ForEachRow(const QString& sql,
-                              const std::function<bool(const QSqlQuery&)>& visit) {
+                              const std::function<bool(const QSqlQuery&)>& visit,
+                              const QVariantList& values) {
     StatementWatchdog watchdog(FDb, StatementTimeoutOf(FDb));
-    QSqlQuery query = Run(sql, {}, watchdog);
+    QSqlQuery query = Run(sql, values, watchdog);
     const QSqlRecord record = query.record();
     FColumns.clear();
     for (int i = 0; i < record.count(); ++i)
@@ -100,16 +108,19 @@ void SqlStatement::ForEachRow(const QString& sql,
         Fail(query.lastError(), watchdog);
 }
 
-QVector<QVector<QVariant>> SqlStatement::ReadAll(const QString& sql) {
+QVector<QVector<QVariant>> SqlStatement::ReadAll(const QString& sql, const QVariantList& values) {
     QVector<QVector<QVariant>> rows;
-    ForEachRow(sql, [this, &rows](const QSqlQuery& query) {
-        const int count = static_cast<int>(FColumns.size());
-        QVector<QVariant> row(count);
-        for (int i = 0; i < count; ++i)
-            row[i] = query.value(i);
-        rows.push_back(std::move(row));
-        return true;
-    });
+    ForEachRow(
+        sql,
+        [this, &rows](const QSqlQuery& query) {
+            const int count = static_cast<int>(FColumns.size());
+            QVector<QVariant> row(count);
+            for (int i = 0; i < count; ++i)
+                row[i] = query.value(i);
+            rows.push_back(std::move(row));
+            return true;
+        },
+        values);
     return rows;
 }
 

@@ -45,8 +45,10 @@ TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleS
 TQXCallLookup::Call TQXCallLookup::ReadCall(TQXTableRef dataSet) {
     using namespace qx::QXDEPENDENCIES;
     auto value = [&](int column) {
-        return VariantToInt(
-            FDataAccess.GetFieldValue(dataSet, FTables.Field(qx::Table::QXDEPENDENCIES, column)));
+        return RecordInt(
+            FDataAccess.GetFieldValue(dataSet, FTables.Field(qx::Table::QXDEPENDENCIES, column)),
+            QStringLiteral("QXDEPENDENCIES"),
+            QLatin1String(qx::ColumnName(qx::Table::QXDEPENDENCIES, column)), dataSet);
     };
     return Call{value(QXFileID),         value(QXObjectID),         value(QXEntryID),
                 value(QXInheritsFileID), value(QXInheritsObjectID), value(QXFromFileID),

@@ -76,6 +76,9 @@ public:
     void SyncMenuItems();
     void SetUserHint();
     void RefreshCurrentView();
+    // True when the last refresh the host started failed; the host drops
+    // such failures, a driver refreshes again to learn why.
+    bool HostRefreshFailed() const { return FHostRefreshFailed; }
     void NodeExpanded(TQXTreeNode* node);
     void tbLimitChange();
     void cbRefreshViewClick();
@@ -174,4 +177,5 @@ private:
     // Limits of "Expand All within Object/Package"; 0 when unset.
     TQXExpandLimits FExpandLimits;
     bool FCheckingLimit = false;
+    bool FHostRefreshFailed = false;
 };
