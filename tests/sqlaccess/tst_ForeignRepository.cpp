@@ -324,12 +324,17 @@ private slots:
                                       QString(message).replace("%1", repository)),
                      qPrintable(run.Err));
         }
-        // Locked by another writer: the database says so, not "not found".
+        // Locked by another writer: said so, not "not found" (after a short wait).
+        const RepositoryTimeouts timeouts = RepositoryTimeouts::Current();
+        RepositoryTimeouts::SetCurrent({.connectSeconds = 1, .statementSeconds = 1});
         SqlDataAccess locked(missing.Location());
         missing.Exec("BEGIN EXCLUSIVE");
         const QString message = Failure([&] { locked.GetTableRef("QXFILE"); });
         missing.Exec("ROLLBACK");
-        QVERIFY2(message.endsWith("cannot be read: database is locked"), qPrintable(message));
+        RepositoryTimeouts::SetCurrent(timeouts);
+        QVERIFY2(message.contains("is locked by another program") &&
+                     message.endsWith("(database is locked)"),
+                 qPrintable(message));
 
         // A file its user may not read; root reads it all the same, so
         // there the command runs as nobody.
