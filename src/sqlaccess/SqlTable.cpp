@@ -189,21 +189,35 @@ void SqlTable::PositionOnKey(qint64 key, std::optional<QVector<QVariant>> row) {
 }
 
 SqlTable::LocateState& SqlTable::StateFor(const QStringList& keys) {
-    return FLocates[keys.join(QLatin1Char(';')).toUpper()];
+    if (&keys != &FLastLocateKeys)
+        return FLocates[keys.join(QLatin1Char(';')).toUpper()];
+    return FLocates[FLastLocateStateKey];
 }
 
-bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, bool next) {
+// The key columns of a key-field text, parsed and checked once for as long
+// as the same text comes again (thousands of look-ups use one).
+const QStringList& SqlTable::KeysOf(const QString& keyFields) {
+    if (keyFields == FLastLocateKeyFields && !FLastLocateKeys.isEmpty())
+        return FLastLocateKeys;
     QStringList keys;
     for (const QString& key : keyFields.split(QLatin1Char(';'), Qt::SkipEmptyParts))
         keys << key.trimmed();
+    for (const QString& key : keys)
+        if (PositionOf(key) < 0)
+            throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(key, FName));
+    FLastLocateKeyFields = keyFields;
+    FLastLocateKeys = keys;
+    FLastLocateStateKey = keys.join(QLatin1Char(';')).toUpper();
+    return FLastLocateKeys;
+}
+
+bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, bool next) {
+    const QStringList& keys = KeysOf(keyFields);
     if (keys.isEmpty() || keys.size() != keyValues.size())
         throw EQXError(QStringLiteral("LocateRecord on %1: %2 key fields but %3 values")
                            .arg(FName)
                            .arg(keys.size())
                            .arg(keyValues.size()));
-    for (const QString& key : keys)
-        if (PositionOf(key) < 0)
-            throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(key, FName));
     if (!FSelected)
         Select(QString());
 
@@ -218,15 +232,15 @@ bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, b
         for (const QString& key : keys)
             columns += QStringLiteral(", ") + key;
         SqlStatement statement(FDb, FRoundTrips);
-        statement.ForEachRow(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") +
-                                 FName + QStringLiteral(" WHERE ") + SelectionCondition(),
-                             [&](const QSqlQuery& query) {
-                                 QVariantList values;
-                                 for (int i = 1; i <= keys.size(); ++i)
-                                     values << query.value(i);
-                                 index->Add(values, FOrder->KeyOf(query.value(0)));
-                                 return index->Size() <= LargestIndex;
-                             });
+        statement.ForEachRow(
+            QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + FName +
+                QStringLiteral(" WHERE ") + SelectionCondition(),
+            [&, values = QVariantList(keys.size())](const QSqlQuery& query) mutable {
+                for (int i = 0; i < keys.size(); ++i)
+                    values[i] = query.value(i + 1);
+                index->Add(values, FOrder->KeyOf(query.value(0)));
+                return index->Size() <= LargestIndex;
+            });
         if (index->Size() > LargestIndex) {
             state.tooLarge = true;
         } else {
@@ -241,11 +255,11 @@ bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, b
 }
 
 bool SqlTable::LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next) {
-    const QVector<qint64>& matches = state.index->Find(values);
-    auto found = matches.cbegin();
+    const std::span<const qint64> matches = state.index->Find(values);
+    auto found = matches.begin();
     if (next && FHasCurrent)
-        found = std::upper_bound(matches.cbegin(), matches.cend(), FCurrentKey);
-    if (found == matches.cend())
+        found = std::upper_bound(matches.begin(), matches.end(), FCurrentKey);
+    if (found == matches.end())
         return false;
     PositionOnKey(*found, std::nullopt);
     return true;

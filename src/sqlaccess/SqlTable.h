@@ -69,6 +69,7 @@ private:
     void Forget();
     const QVector<QVariant>& CurrentRow() const;
     LocateState& StateFor(const QStringList& keys);
+    const QStringList& KeysOf(const QString& keyFields);
     bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
                                std::optional<qint64> after);
     bool LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next);
@@ -103,7 +104,7 @@ private:
 
     // Locate state per key column list, for the current selection.
     std::map<QString, LocateState> FLocates;
-    QString FLastLocateKeys;
-    QString FLastLocateValues;
-    int FLastLocateMatch = -1;
+    QString FLastLocateKeyFields; // the text KeysOf parsed last
+    QStringList FLastLocateKeys;
+    QString FLastLocateStateKey; // their entry in FLocates
 };
