@@ -10,11 +10,14 @@
 #include "platform/ScriptedUIServices.h"
 #include "platform/UIServices.h"
 #include "repository/Errors.h"
+#include "sqlaccess/RepositoryConnection.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QPixmap>
+#include <QSaveFile>
 #include <QSettings>
 
 #include <cstdio>
@@ -38,14 +41,36 @@ std::unique_ptr<QSettings> OpenSettings(const QString& file) {
     return std::make_unique<QSettings>(file, QSettings::IniFormat);
 }
 
-// Lets the first view finish its refresh and paint, then saves the window.
+// Why a screenshot must not be written to `file`, or nothing: a screenshot
+// only ever replaces an earlier picture, never a repository or a document
+// given there by mistake.
+QString ScreenshotRefusal(const QString& file) {
+    const QFileInfo info(file);
+    if (!info.exists())
+        return QString();
+    if (info.isDir())
+        return QStringLiteral("the screenshot file %1 is a folder").arg(file);
+    QFile existing(file);
+    const QByteArray pngSignature("\x89PNG\r\n\x1a\n", 8);
+    if (!existing.open(QIODevice::ReadOnly) || existing.read(8) != pngSignature)
+        return QStringLiteral("will not write the screenshot over %1: the file exists and is "
+                              "not a PNG picture")
+            .arg(file);
+    return QString();
+}
+
+// Lets the first view finish its refresh and paint, then saves the window
+// through a temporary file beside `file`, renamed into place when complete.
 int TakeScreenshot(TQXMainWindow& window, const QString& file,
                    const TQXScriptedUIServices& reported) {
     for (int i = 0; i < 3; ++i)
         QApplication::processEvents();
     const QPixmap picture = window.grab();
-    if (picture.isNull() || !picture.save(file, "PNG")) {
-        Complain(QStringLiteral("could not write the screenshot %1").arg(file));
+    QSaveFile out(file);
+    if (picture.isNull() || !out.open(QIODevice::WriteOnly) || !picture.save(&out, "PNG") ||
+        !out.commit()) {
+        Complain(
+            QStringLiteral("could not write the screenshot %1: %2").arg(file, out.errorString()));
         return ExitFailure;
     }
     std::printf("%s\n", qPrintable(QFileInfo(file).absoluteFilePath()));
@@ -70,6 +95,10 @@ int Run(QApplication& app) {
         Complain(commandLine.Error);
         Complain(QStringLiteral("usage: korvane [--settings FILE] [--screenshot FILE] "
                                 "[REPOSITORY]"));
+        return ExitUsage;
+    }
+    if (const QString refusal = ScreenshotRefusal(commandLine.ScreenshotFile); !refusal.isEmpty()) {
+        Complain(refusal);
         return ExitUsage;
     }
     if (commandLine.RepositoryMissing()) {
@@ -107,6 +136,7 @@ int Run(QApplication& app) {
     {
         const std::unique_ptr<QSettings> settings = OpenSettings(commandLine.SettingsFile);
         baseFunctions.LoadSettings(*settings);
+        RepositoryTimeouts::SetCurrent(RepositoryTimeouts::FromSettings(*settings));
     }
     QString connection;
     if (!commandLine.Repository.isEmpty()) {
@@ -117,6 +147,8 @@ int Run(QApplication& app) {
     TQXMainWindow window(baseFunctions, commandLine.SettingsFile);
     window.resize(1180, 760);
     window.show();
+    // Drawn before the first view connects, which may take until a timeout.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     window.OpenView(connection);
 
     if (unattended)

@@ -3,12 +3,14 @@
 // expansions, and opening many nodes of a Dependencies tree breadth first.
 // Prints medians, 95th percentiles and database round trips per operation.
 //
-//   bench_views [--runs N] [--expansions N] [--bfs N] [--limit N] [--bfs-only] REPOSITORY...
+//   bench_views [--runs N] [--expansions N] [--bfs N] [--limit N] [--bfs-only] [--reference]
+//               REPOSITORY...
 #include "BenchStats.h"
 
 #include "driver/ViewDriver.h"
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
+#include "view/View.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -123,6 +125,7 @@ int main(int argc, char** argv) {
     parser.addOption({"bfs", "Nodes opened breadth first.", "n", "1000"});
     parser.addOption({"limit", "Root-item limit.", "n", "100"});
     parser.addOption({"bfs-only", "Only the breadth-first opening."});
+    parser.addOption({"reference", "The record-by-record reference path."});
     parser.process(app);
     if (parser.positionalArguments().isEmpty())
         parser.showHelp(2);
@@ -131,6 +134,8 @@ int main(int argc, char** argv) {
     options.expansions = parser.value("expansions").toInt();
     options.breadthFirst = parser.value("bfs").toInt();
     options.limit = parser.value("limit");
+    const TQXReadPath path =
+        parser.isSet("reference") ? TQXReadPath::Reference : TQXReadPath::SetBased;
     Out() << "| estate | view | level | root nodes | refresh median ms | p95 ms | round trips "
              "| nodes opened | open median ms | p95 ms | round trips per open |\n"
              "|---|---|---|---|---|---|---|---|---|---|---|\n";
@@ -142,10 +147,12 @@ int main(int argc, char** argv) {
                                       ? QFileInfo(repository).completeBaseName()
                                       : repository;
             TQXViewDriver driver(repository);
+            driver.View().SetReadPath(path);
             BenchLevels(driver, label, options);
         }
         for (const QString& repository : parser.positionalArguments()) {
             TQXViewDriver driver(repository);
+            driver.View().SetReadPath(path);
             BenchBreadthFirst(driver, QFileInfo(repository).completeBaseName(), options);
         }
     } catch (const EQXError& e) {

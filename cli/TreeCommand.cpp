@@ -40,9 +40,18 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
     }
     const std::unique_ptr<TQXTreeWriter> writer = TQXTreeWriter::Create(options.Format);
     CheckRepositoryExists(options.Repository);
+    if (options.TimeoutSeconds >= 0) {
+        RepositoryTimeouts timeouts;
+        timeouts.connectSeconds = options.TimeoutSeconds;
+        timeouts.statementSeconds = options.TimeoutSeconds;
+        RepositoryTimeouts::SetCurrent(timeouts);
+    }
 
     TQXViewDriver driver(options.Repository);
+    if (!driver.RepositoryNotice().isEmpty())
+        err << "korvane-cli: note: " << driver.RepositoryNotice() << "\n";
     driver.AnswerYes(options.AnswerYes);
+    driver.View().SetReadPath(options.Reference ? TQXReadPath::Reference : TQXReadPath::SetBased);
     driver.Apply(options.Settings);
     if (options.Settings.Option && driver.View().cbOption->isHidden())
         err << "korvane-cli: warning: this view has no option box; --option is ignored\n";

@@ -35,6 +35,13 @@ const OptionDescription Descriptions[] = {
     {"format", "text|json|csv", "output format (text)"},
     {"yes", nullptr, "answer Yes to the questions the view asks (No otherwise)"},
     {"max-nodes", "N", "stop opening nodes once the tree holds N nodes (100000)"},
+    {"reference", nullptr,
+     "read record by record as the view's algorithms are written, instead of the set-based "
+     "reads (the same tree, for comparison)"},
+    {"timeout", "SECONDS",
+     "wait at most SECONDS for the repository: to connect, and for each statement or lock it "
+     "waits for; 0 waits without limit ([Timeouts] of the settings file, else 10 to connect "
+     "and 30 per statement)"},
     {"help", nullptr, "show this text"},
 };
 
@@ -166,7 +173,7 @@ TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
     auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
     auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
     for (const char* name :
-         {"type", "direction", "level", "limit", "depth", "path", "format", "max-nodes"})
+         {"type", "direction", "level", "limit", "depth", "path", "format", "max-nodes", "timeout"})
         if (parser.values(QLatin1String(name)).size() > 1)
             throw EQXUsageError(QStringLiteral("--%1 is given more than once").arg(name));
 
@@ -196,6 +203,8 @@ TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
         options.Depth = INT_MAX;
     if (isSet("max-nodes"))
         options.MaxNodes = Number(QStringLiteral("max-nodes"), value("max-nodes"), 1);
+    if (isSet("timeout"))
+        options.TimeoutSeconds = Number(QStringLiteral("timeout"), value("timeout"), 0);
     if (isSet("path")) {
         options.PathText = value("path");
         options.Path = SplitPath(options.PathText);
@@ -204,5 +213,6 @@ TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
         options.Format =
             Choose(QStringLiteral("format"), value("format"), TQXTreeWriter::Formats());
     options.AnswerYes = isSet("yes");
+    options.Reference = isSet("reference");
     return options;
 }

@@ -8,6 +8,7 @@
 // The arguments of "korvane-cli tree", checked and with names made canonical:
 //   tree REPO [--type T] [--direction D] [--level L] [--limit N] [--option]
 //        [--depth D | --expand-all] [--path P] [--format F] [--yes] [--max-nodes N]
+//        [--timeout SECONDS]
 class TQXTreeOptions {
 public:
     // Throws EQXUsageError for arguments that cannot be used.
@@ -23,5 +24,7 @@ public:
     QString PathText; // as given
     QString Format = QStringLiteral("text");
     bool AnswerYes = false;
-    int MaxNodes = 100000; // opening stops once the tree holds as many nodes
+    bool Reference = false;  // the record-by-record reference path
+    int MaxNodes = 100000;   // opening stops once the tree holds as many nodes
+    int TimeoutSeconds = -1; // for connecting and each statement; -1: as the settings say
 };

@@ -3,7 +3,11 @@
 #include "CommandTable.h"
 #include "TreeCommand.h"
 
+#include "sqlaccess/RepositoryConnection.h"
+
 #include <QApplication>
+#include <QSettings>
+#include <QStringList>
 #include <QTextStream>
 
 #include <cstdio>
@@ -22,18 +26,34 @@ void QuietQtNotes(QtMsgType type, const QMessageLogContext&, const QString& mess
 
 int main(int argc, char* argv[]) {
     qInstallMessageHandler(QuietQtNotes);
+    // Our arguments, read before Qt sees them: QApplication takes options such
+    // as -reverse, -style or -platform out of the arguments it is given, even
+    // where they are the value of one of ours.
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
     // The view is a widget: it needs a GUI application, but never a screen.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
+    // Qt gets the program name only and a platform without a display, so no
+    // argument or setting of the user's can make it look for another.
+    qputenv("QT_QPA_PLATFORM", "offscreen;minimal");
+    int qtArgc = 1;
+    char* qtArgv[] = {argv[0], nullptr};
+    QApplication app(qtArgc, qtArgv);
     QApplication::setApplicationName(QStringLiteral("korvane-cli"));
+
+    // The time limits korvane has, from its settings file, unless --timeout says.
+    {
+        QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Korvane"),
+                           QStringLiteral("korvane"));
+        RepositoryTimeouts::SetCurrent(RepositoryTimeouts::FromSettings(settings));
+    }
 
     TQXCommandTable commands(QStringLiteral("korvane-cli"));
     commands.Add(std::make_unique<TQXTreeCommand>());
 
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const int status = commands.Run(QApplication::arguments().mid(1), out, err);
+    const int status = commands.Run(arguments, out, err);
     out.flush();
     err.flush();
     return status;

@@ -1,11 +1,11 @@
 // korvane-sample: writes the sample estate into a new SQLite file or a
 // PostgreSQL database.
 
+#include "BuildTargets.h"
 #include "SampleEstate.h"
 
 #include "repository/Errors.h"
 #include "sqlaccess/RepositoryConnection.h"
-#include "sqlaccess/RepositorySchema.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -13,12 +13,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
-#include <QTemporaryFile>
 
 #include <atomic>
 #include <csignal>
 #include <cstdio>
-#include <filesystem>
 #include <optional>
 
 namespace {
@@ -57,8 +55,9 @@ QString Usage() {
                "               (QXROW) and 5,000,000 words (QXWORD).\n"
                "  --seed S     seed of the generated content (default 1); the same scale and\n"
                "               seed always give the same estate\n"
-               "  --force      replace an existing SQLite file, or drop the repository tables\n"
-               "               a PostgreSQL database already has\n"
+               "  --force      replace an existing SQLite file, or the repository tables a\n"
+               "               PostgreSQL schema already has; they stay as they were until\n"
+               "               the new estate is complete\n"
                "  -h, --help   show this text\n"
                "\n"
                "Exit status: 0 written, 1 failed, 2 bad usage.")
@@ -145,14 +144,20 @@ SampleEstateOptions Options(const TArguments& arguments) {
     return options;
 }
 
-void RemoveSidecars(const QString& path) {
-    for (const char* suffix : {"-journal", "-wal", "-shm"})
-        QFile::remove(path + QLatin1String(suffix));
-}
+const QStringList RepositoryTables{QStringLiteral("QXFILE"),     QStringLiteral("QXOBJECT"),
+                                   QStringLiteral("QXENTRY"),    QStringLiteral("QXROW"),
+                                   QStringLiteral("QXWORD"),     QStringLiteral("QXDEPENDENCIES"),
+                                   QStringLiteral("QXPACKAGE"),  QStringLiteral("QXATTRIBUTE"),
+                                   QStringLiteral("QXDATAFLOW"), QStringLiteral("QXLOAD")};
 
-// Builds into a temporary file next to the target and renames it at the end,
+// Closes the connection however the build ends.
+struct TConnectionCloser {
+    ~TConnectionCloser() { CloseRepositoryDatabase(ConnectionName); }
+};
+
+// Builds into a partial file next to the target and renames it at the end,
 // so that an interrupted or failed run leaves no file that looks like a
-// repository.
+// repository, and the target as it was.
 SampleEstateCounts WriteSQLite(const TArguments& arguments, const QString& path) {
     const QFileInfo target(path);
     if (target.isDir())
@@ -164,68 +169,30 @@ SampleEstateCounts WriteSQLite(const TArguments& arguments, const QString& path)
         throw EQXError(QStringLiteral("The folder ") + directory.path() +
                        QStringLiteral(" does not exist"));
 
-    QTemporaryFile temporary(directory.filePath(QStringLiteral(".") + target.fileName() +
-                                                QStringLiteral(".partial-XXXXXX")));
-    if (!temporary.open())
-        throw EQXError(QStringLiteral("Cannot write in ") + directory.path() +
-                       QStringLiteral(": ") + temporary.errorString());
-    temporary.close();
-    // Temporary files are private to their owner; the repository is not.
-    temporary.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
-                             QFile::ReadOther);
-    const QString temporaryPath = temporary.fileName();
-
+    TPartialFile::RemoveStale(path);
+    TPartialFile partial(path);
     SampleEstateCounts counts;
-    try {
+    {
+        TConnectionCloser closer;
         RepositoryLocation location;
-        location.filePath = temporaryPath;
+        location.filePath = partial.Path();
         QSqlDatabase db =
             OpenRepositoryDatabase(location, ConnectionName, OpenMode::CreateIfMissing);
         counts = BuildSampleEstate(db, Options(arguments));
-        db = QSqlDatabase();
-        CloseRepositoryDatabase(ConnectionName);
-    } catch (...) {
-        CloseRepositoryDatabase(ConnectionName);
-        RemoveSidecars(temporaryPath);
-        throw;
     }
-    RemoveSidecars(path);
-    std::error_code error;
-    std::filesystem::rename(QFile::encodeName(temporaryPath).toStdString(),
-                            QFile::encodeName(target.absoluteFilePath()).toStdString(), error);
-    if (error)
-        throw EQXError(QStringLiteral("Cannot rename ") + temporaryPath + QStringLiteral(" to ") +
-                       path + QStringLiteral(": ") + QString::fromStdString(error.message()));
-    temporary.setAutoRemove(false);
+    partial.PutInPlace();
     return counts;
 }
 
+// Builds in a schema of its own and swaps it in at the end: the estate that
+// was there stays whole until the new one is complete.
 SampleEstateCounts WritePostgreSQL(const TArguments& arguments,
                                    const RepositoryLocation& location) {
-    SampleEstateCounts counts;
-    try {
-        QSqlDatabase db = OpenRepositoryDatabase(location, ConnectionName, OpenMode::ExistingOnly);
-        QStringList existing;
-        for (const char* table :
-             {"QXFILE", "QXOBJECT", "QXENTRY", "QXROW", "QXWORD", "QXDEPENDENCIES", "QXPACKAGE",
-              "QXATTRIBUTE", "QXDATAFLOW", "QXLOAD"})
-            if (db.tables().contains(QLatin1String(table), Qt::CaseInsensitive))
-                existing << QLatin1String(table);
-        if (!existing.isEmpty()) {
-            if (!arguments.force)
-                throw EQXError(location.Display() +
-                               QStringLiteral(" already has repository tables (") +
-                               existing.join(QStringLiteral(", ")) +
-                               QStringLiteral("); use --force to drop them"));
-            RepositorySchema::DropTables(db);
-        }
-        counts = BuildSampleEstate(db, Options(arguments));
-        db = QSqlDatabase();
-        CloseRepositoryDatabase(ConnectionName);
-    } catch (...) {
-        CloseRepositoryDatabase(ConnectionName);
-        throw;
-    }
+    TConnectionCloser closer;
+    QSqlDatabase db = OpenRepositoryDatabase(location, ConnectionName, OpenMode::ExistingOnly);
+    TSchemaBuild build(db, RepositoryTables, arguments.force);
+    const SampleEstateCounts counts = BuildSampleEstate(db, Options(arguments));
+    build.SwapIn();
     return counts;
 }
 
@@ -248,6 +215,11 @@ int main(int argc, char* argv[]) {
 
     std::signal(SIGINT, OnSignal);
     std::signal(SIGTERM, OnSignal);
+    // Loading and indexing a large estate takes minutes per statement; only
+    // connecting is limited.
+    RepositoryTimeouts timeouts;
+    timeouts.statementSeconds = 0;
+    RepositoryTimeouts::SetCurrent(timeouts);
     QElapsedTimer timer;
     timer.start();
     try {

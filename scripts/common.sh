@@ -29,7 +29,7 @@ kv_ensure_packages() {
 }
 
 KV_BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql
-    libsqlite3-dev libqt6svg6-dev libgl1-mesa-dev fonts-dejavu-core)
+    libsqlite3-dev libqt6svg6-dev libgl1-mesa-dev fonts-dejavu-core libpq-dev)
 
 # CMake's automatic moc does not notice headers added since its last run;
 # dropping its stamps makes it look again (moc itself reruns only on change).

@@ -72,6 +72,7 @@ struct TQXViewDriver::Parts {
     std::unique_ptr<TQXFormInterface> Form;
     TQXView* View = nullptr;
     bool Connected = false;
+    QString Notice;
 };
 
 TQXViewDriver::TQXViewDriver(const QString& repository) {
@@ -85,6 +86,8 @@ TQXViewDriver::TQXViewDriver(const QString& repository) {
     // Opened here, as the host opens a connection before its views use it,
     // so that an unreachable repository fails with the database's reason.
     parts->Opened = parts->Host.GetDataAccess(connection);
+    if (auto* notice = dynamic_cast<TQXRepositoryNotice*>(parts->Opened))
+        parts->Notice = notice->TakeRepositoryNotice();
     parts->Form = TQXFormRegistry::Create(QStringLiteral("TQXView"), nullptr, 1, &parts->Host,
                                           QStringLiteral("View 1"), connection, QString());
     parts->View = qobject_cast<TQXView*>(parts->Form.get());
@@ -126,9 +129,8 @@ void TQXViewDriver::Refresh() {
             throw EQXError(QStringLiteral("Could not connect to Database ") +
                            view.ConnectionName());
         FParts->Connected = true;
-        // The host's refresh drops its errors; a refresh that left nothing
-        // failed, and doing it again tells why.
-        if (Tree().RootCount() == 0)
+        // The host's refresh drops its errors; doing it again tells why.
+        if (view.HostRefreshFailed() || Tree().RootCount() == 0)
             view.RefreshCurrentView();
     } else {
         view.RefreshCurrentView();
@@ -209,4 +211,8 @@ qint64 TQXViewDriver::RoundTrips() const {
         FParts->View->DataAccess() ? FParts->View->DataAccess() : FParts->Opened;
     const auto* sql = dynamic_cast<const SqlDataAccess*>(access);
     return sql ? sql->RoundTrips() : 0;
+}
+
+const QString& TQXViewDriver::RepositoryNotice() const {
+    return FParts->Notice;
 }

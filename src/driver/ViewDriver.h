@@ -58,6 +58,9 @@ public:
     TQXScriptedUIServices& Ui();
     // Statements sent to the repository so far (0 when unknown).
     qint64 RoundTrips() const;
+    // What the repository had to say about itself on connecting (the
+    // indexes it lacks); empty when nothing. The view does not show it again.
+    const QString& RepositoryNotice() const;
 
 private:
     struct Parts;

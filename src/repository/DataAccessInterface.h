@@ -23,6 +23,10 @@ public:
     virtual int FieldCount() const = 0;
     virtual QVariant FieldValue(int position) const = 0;
     virtual void Close() = 0;
+
+    // The current record as a message names it ("the record with rowid 17",
+    // "row 3 of the query result"); empty when the data set cannot say.
+    virtual QString RecordName() const { return {}; }
 };
 
 // One column of a table, as handed out by GetFieldRef.
@@ -66,7 +70,24 @@ public:
                                                   int options) = 0;
 };
 
+// What a data-access object has to tell the user once about its repository,
+// such as the indexes it lacks. The first call answers it (empty when there
+// is nothing to tell), later calls answer an empty text.
+class TQXRepositoryNotice {
+public:
+    virtual ~TQXRepositoryNotice() = default;
+    virtual QString TakeRepositoryNotice() = 0;
+};
+
 // Variant conversions used when reading repository values. A value that is
-// not a number raises EQXError, as a failed conversion would.
+// not a whole number, or one outside 32 bits, raises EQXError, as a failed
+// conversion would.
 qint32 VariantToInt(const QVariant& value);
 QString VariantToText(const QVariant& value);
+
+// The one conversion of the whole numbers the view reads from records (ids,
+// types, icons): a NULL, a value that is not a whole number or one outside
+// 32 bits raises EQXError naming table, column, record and value
+// ("QXOBJECT.QXObjectID is NULL in the record with rowid 17").
+qint32 RecordInt(const QVariant& value, const QString& table, const QString& column,
+                 const TQXDataSet* record);

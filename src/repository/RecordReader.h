@@ -19,23 +19,35 @@ public:
     bool Locate(qx::Table table, const QString& keyFields, const QVariantList& keyValues) {
         return FDataAccess.LocateRecord(FTables.Table(table), keyFields, keyValues, 1);
     }
+    // A whole number of the current record; a NULL, a value that is not a
+    // whole number or one outside 32 bits raises EQXError naming table,
+    // column and record.
     qint32 Int(qx::Table table, int column) {
-        return VariantToInt(
-            FDataAccess.GetFieldValue(FTables.Table(table), FTables.Field(table, column)));
+        TQXTableRef dataSet = FTables.Table(table);
+        return RecordInt(FDataAccess.GetFieldValue(dataSet, FTables.Field(table, column)),
+                         QLatin1String(qx::TableName(table)),
+                         QLatin1String(qx::ColumnName(table, column)), dataSet);
     }
     QString Text(qx::Table table, int column) {
         return VariantToText(
             FDataAccess.GetFieldValue(FTables.Table(table), FTables.Field(table, column)));
     }
     // Reads a value of the current record; false when there is none to read
-    // (an empty selection) or it is not a number.
+    // (an empty selection). A value that is there but not a whole number
+    // raises EQXError as Int does.
     bool TryInt(qx::Table table, int column, qint32& value) {
+        TQXTableRef dataSet = FTables.Table(table);
+        QVariant read;
         try {
-            value = Int(table, column);
-            return true;
+            read = FDataAccess.GetFieldValue(dataSet, FTables.Field(table, column));
         } catch (const std::exception&) {
             return false;
         }
+        if (read.isNull() && (dataSet == nullptr || dataSet->Eof()))
+            return false;
+        value = RecordInt(read, QLatin1String(qx::TableName(table)),
+                          QLatin1String(qx::ColumnName(table, column)), dataSet);
+        return true;
     }
 
     TQXDataAccessInterface& Access() { return FDataAccess; }

@@ -1,5 +1,7 @@
 #include "sqlaccess/LocateIndex.h"
 
+#include <algorithm>
+
 namespace {
 const QChar KeySeparator(0x1f);
 
@@ -27,12 +29,12 @@ bool ToInteger(const QVariant& value, qint64& number) {
 } // namespace
 
 bool LocateIndex::ToNumberKey(const QVariantList& values, NumberKey& key) {
-    if (values.size() > static_cast<qsizetype>(key.values.size()))
+    if (values.size() > static_cast<qsizetype>(key.size()))
         return false;
-    for (qsizetype i = 0; i < values.size(); ++i) {
-        if (!ToInteger(values[i], key.values[i]))
+    key.fill(0);
+    for (qsizetype i = 0; i < values.size(); ++i)
+        if (!ToInteger(values[i], key[i]))
             return false;
-    }
     return true;
 }
 
@@ -46,22 +48,52 @@ QString LocateIndex::ToTextKey(const QVariantList& values) {
     return key;
 }
 
+void LocateIndex::Reserve(qsizetype records) {
+    FNumbers.reserve(static_cast<size_t>(records));
+}
+
 void LocateIndex::Add(const QVariantList& keyValues, qint64 seq) {
     NumberKey number;
     if (ToNumberKey(keyValues, number))
-        FByNumber[number].push_back(seq);
+        FNumbers.push_back({number, seq});
     else
-        FByText[ToTextKey(keyValues)].push_back(seq);
-    ++FSize;
+        FTexts.push_back({ToTextKey(keyValues), seq});
 }
 
-const QVector<qint64>& LocateIndex::Find(const QVariantList& keyValues) const {
-    static const QVector<qint64> none;
+namespace {
+// Sorts entries by key, then position, and keeps the positions apart.
+template <class Entry> void SortApart(std::vector<Entry>& entries, std::vector<qint64>& seqs) {
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
+        return a.key < b.key || (a.key == b.key && a.seq < b.seq);
+    });
+    seqs.resize(entries.size());
+    for (size_t i = 0; i < entries.size(); ++i)
+        seqs[i] = entries[i].seq;
+}
+
+template <class Entry, class Key>
+std::span<const qint64> Range(const std::vector<Entry>& entries, const std::vector<qint64>& seqs,
+                              const Key& key) {
+    const auto [first, last] =
+        std::equal_range(entries.begin(), entries.end(), key, [](const auto& a, const auto& b) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(a)>, Entry>)
+                return a.key < b;
+            else
+                return a < b.key;
+        });
+    return std::span<const qint64>(seqs).subspan(static_cast<size_t>(first - entries.begin()),
+                                                 static_cast<size_t>(last - first));
+}
+} // namespace
+
+void LocateIndex::Finish() {
+    SortApart(FNumbers, FNumberSeqs);
+    SortApart(FTexts, FTextSeqs);
+}
+
+std::span<const qint64> LocateIndex::Find(const QVariantList& keyValues) const {
     NumberKey number;
-    if (ToNumberKey(keyValues, number)) {
-        const auto it = FByNumber.constFind(number);
-        return it == FByNumber.cend() ? none : it.value();
-    }
-    const auto it = FByText.constFind(ToTextKey(keyValues));
-    return it == FByText.cend() ? none : it.value();
+    if (ToNumberKey(keyValues, number))
+        return Range(FNumbers, FNumberSeqs, number);
+    return Range(FTexts, FTextSeqs, ToTextKey(keyValues));
 }

@@ -47,6 +47,10 @@ void CreateIndexes(QSqlDatabase& db) {
     RunScript(db, Script(db, "indexes"));
 }
 
+QString IndexScript(const QSqlDatabase& db) {
+    return Script(db, "indexes");
+}
+
 void DropTables(QSqlDatabase& db) {
     QSqlQuery query(db);
     for (const char* table : {"QXFILE", "QXOBJECT", "QXENTRY", "QXROW", "QXWORD", "QXDEPENDENCIES",

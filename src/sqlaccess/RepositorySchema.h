@@ -10,6 +10,9 @@ void CreateTables(QSqlDatabase& db);
 void CreateIndexes(QSqlDatabase& db); // ends with ANALYZE
 void DropTables(QSqlDatabase& db);    // every repository table that exists
 
+// The script that creates the indexes on this database.
+QString IndexScript(const QSqlDatabase& db);
+
 // Runs a script of ";"-terminated statements; throws EQXError on failure.
 void RunScript(QSqlDatabase& db, const QString& script);
 

@@ -1,10 +1,12 @@
 #include "sqlaccess/SqlDataAccess.h"
 
 #include "repository/Errors.h"
+#include "sqlaccess/MissingIndexes.h"
 #include "sqlaccess/SqlQueryResult.h"
 #include "sqlaccess/SqlStatement.h"
 #include "sqlaccess/SqlTable.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <atomic>
@@ -37,6 +39,17 @@ QString QueriedTable(const QString& sql) {
     return match.hasMatch() ? match.captured(1).toUpper() : QStringLiteral("QUERY");
 }
 
+// A write the repository refuses as a whole: SQLite's SQLITE_READONLY (of a
+// file or folder without write permission, or opened read-only), PostgreSQL's
+// read-only transaction or a missing privilege.
+bool IsReadOnlyFailure(const QSqlDatabase& db, const SqlError& error) {
+    if (IsPostgreSQL(db))
+        return error.Code() == QLatin1String("25006") || error.Code() == QLatin1String("42501");
+    bool ok = false;
+    const int code = error.Code().toInt(&ok);
+    return ok && (code & 0xff) == 8;
+}
+
 } // namespace
 
 SqlDataAccess::SqlDataAccess(const QString& repository)
@@ -44,6 +57,13 @@ SqlDataAccess::SqlDataAccess(const QString& repository)
 
 SqlDataAccess::SqlDataAccess(const RepositoryLocation& location)
     : FLocation(location), FConnectionName(NewConnectionName()) {
+    // SQLite says only "unable to open database file" for a file it may not read.
+    if (FLocation.kind == RepositoryLocation::Kind::SQLite) {
+        const QFileInfo file(FLocation.filePath);
+        if (file.exists() && !file.isReadable())
+            throw EQXError(QStringLiteral("The repository ") + FLocation.Display() +
+                           QStringLiteral(" cannot be read: permission denied"));
+    }
     OpenRepositoryDatabase(FLocation, FConnectionName, OpenMode::ExistingOnly);
 }
 
@@ -84,14 +104,67 @@ TQXTableRef SqlDataAccess::GetTableRef(const QString& tableName) {
     SqlStatement probe(Database(), FRoundTrips);
     try {
         probe.ReadAll(QStringLiteral("SELECT * FROM ") + name + QStringLiteral(" WHERE 1 = 0"));
-    } catch (const EQXError& e) {
-        throw EQXError(QStringLiteral("Table %1 not found in the repository %2: %3")
-                           .arg(name, FLocation.Display(), e.Message()));
+    } catch (const EQXStatementTimeout&) {
+        throw; // the table may well be there, only locked
+    } catch (const SqlError& e) {
+        throw EQXError(UnreadableTable(name, e));
     }
     const QStringList columns = probe.Columns();
     auto table = std::make_shared<SqlTable>(Database(), FRoundTrips, name, columns);
     FTables.insert(name, table);
     return table.get();
+}
+
+// Why a table could not be read: missing only when the catalog does not know
+// it; any other failure (and a catalog that cannot be read) in the
+// database's own words. Only SQLite's generic error and PostgreSQL's
+// undefined table can mean a missing table; the catalog is not asked
+// otherwise (a locked file would keep it waiting once more).
+QString SqlDataAccess::UnreadableTable(const QString& name, const SqlError& error) {
+    const bool mayBeMissing = IsPostgreSQL(Database()) ? error.Code() == QLatin1String("42P01")
+                                                       : error.Code() == QLatin1String("1");
+    if (mayBeMissing && !TableKnown(name))
+        return QStringLiteral("Table ") + name + QStringLiteral(" not found in the repository ") +
+               FLocation.Display();
+    return QStringLiteral("Table ") + name + QStringLiteral(" of the repository ") +
+           FLocation.Display() + QStringLiteral(" cannot be read: ") + error.Message();
+}
+
+// Whether the catalog knows the table by its unquoted name; true when the
+// catalog cannot be read either.
+bool SqlDataAccess::TableKnown(const QString& name) {
+    try {
+        SqlStatement catalog(Database(), FRoundTrips);
+        const auto rows =
+            IsPostgreSQL(Database())
+                ? catalog.ReadAll(QStringLiteral("SELECT to_regclass(?) IS NOT NULL"), {name})
+                : catalog.ReadAll(QStringLiteral("SELECT COUNT(*) > 0 FROM sqlite_master WHERE "
+                                                 "type IN ('table', 'view') AND "
+                                                 "name = ? COLLATE NOCASE"),
+                                  {name});
+        return rows.isEmpty() || rows.front().front().toBool();
+    } catch (const EQXError&) {
+        return true;
+    }
+}
+
+void SqlDataAccess::ThrowWriteFailure(const SqlError& error) const {
+    if (IsReadOnlyFailure(Database(), error))
+        throw EQXError(QStringLiteral("The repository ") + FLocation.Display() +
+                       QStringLiteral(" is read-only: ") + error.Message());
+    throw error;
+}
+
+QString SqlDataAccess::TakeRepositoryNotice() {
+    if (FNoticeTaken)
+        return QString();
+    FNoticeTaken = true;
+    try {
+        return MissingIndexes::Notice(FLocation.Display(), Database(),
+                                      MissingIndexes::Find(Database(), FRoundTrips));
+    } catch (const EQXError&) {
+        return QString(); // a repository that cannot be read says so when it is bound
+    }
 }
 
 TQXFieldRef SqlDataAccess::GetFieldRef(TQXTableRef table, const QString& columnName) {
@@ -112,7 +185,11 @@ bool SqlDataAccess::NextRecord(TQXTableRef table) {
 }
 
 void SqlDataAccess::DeleteRecords(TQXTableRef table, const QString& where, int) {
-    TableOf(table).Delete(where);
+    try {
+        TableOf(table).Delete(where);
+    } catch (const SqlError& e) {
+        ThrowWriteFailure(e);
+    }
 }
 
 QVariant SqlDataAccess::GetFieldValue(TQXTableRef table, TQXFieldRef field) {
@@ -120,7 +197,11 @@ QVariant SqlDataAccess::GetFieldValue(TQXTableRef table, TQXFieldRef field) {
 }
 
 void SqlDataAccess::SetFieldValue(TQXTableRef table, TQXFieldRef field, const QVariant& value) {
-    TableOf(table).SetValue(FieldOf(field), value);
+    try {
+        TableOf(table).SetValue(FieldOf(field), value);
+    } catch (const SqlError& e) {
+        ThrowWriteFailure(e);
+    }
 }
 
 bool SqlDataAccess::LocateRecord(TQXTableRef table, const QString& keyFields,

@@ -2,6 +2,7 @@
 
 #include "repository/DataAccessInterface.h"
 #include "sqlaccess/RepositoryConnection.h"
+#include "sqlaccess/SqlStatement.h"
 
 #include <QHash>
 #include <QSqlDatabase>
@@ -14,10 +15,15 @@ class SqlTable;
 // database. One object per repository connection; it owns one table data set
 // per table name, each with one current selection and one current record.
 //
-// Selections are read in record order (QXSeq) in batches, so selecting a
-// table of millions of rows costs one small query. LocateRecord searches the
-// current selection through an index of its key columns built on first use.
-class SqlDataAccess final : public TQXDataAccessInterface {
+// Selections are read in record order (QXSeq, or the database's row identity
+// in a repository another loader wrote) in batches, so selecting a table of
+// millions of rows costs one small query. LocateRecord searches the current
+// selection through an index of its key columns built on first use.
+//
+// Every failure names its real cause: a table that cannot be bound is
+// "not found" only when the database does not know it; otherwise the
+// database's own message says why (not a database, locked, no privilege).
+class SqlDataAccess final : public TQXDataAccessInterface, public TQXRepositoryNotice {
 public:
     // Opens the repository (SQLite file path or PostgreSQL connection
     // string); throws EQXError when it cannot be opened.
@@ -45,6 +51,11 @@ public:
     std::unique_ptr<TQXDataSet> OpenQuery(QObject* owner, const QStringList& sql,
                                           int options) override;
 
+    // On the first call, the indexes of Korvane's schema the repository
+    // lacks and what that costs; empty when it has them all, and on every
+    // later call.
+    QString TakeRepositoryNotice() override;
+
     const RepositoryLocation& Location() const { return FLocation; }
     QSqlDatabase Database() const;
 
@@ -54,9 +65,13 @@ public:
 private:
     friend class SqlTable;
     SqlTable& TableOf(TQXTableRef table) const;
+    QString UnreadableTable(const QString& name, const SqlError& error);
+    bool TableKnown(const QString& name);
+    [[noreturn]] void ThrowWriteFailure(const SqlError& error) const;
 
     RepositoryLocation FLocation;
     QString FConnectionName;
     QHash<QString, std::shared_ptr<SqlTable>> FTables; // by upper-case table name
     qint64 FRoundTrips = 0;
+    bool FNoticeTaken = false;
 };

@@ -37,3 +37,10 @@ void SqlQueryResult::Close() {
     FRows.clear();
     FPos = 0;
 }
+
+QString SqlQueryResult::RecordName() const {
+    if (Eof())
+        return QString();
+    return QStringLiteral("row ") + QString::number(FPos + 1) +
+           QStringLiteral(" of the query result on ") + FTableName;
+}

@@ -21,6 +21,7 @@ public:
     int FieldCount() const override { return static_cast<int>(FColumns.size()); }
     QVariant FieldValue(int position) const override;
     void Close() override;
+    QString RecordName() const override;
 
     QVariant ValueOf(const TQXField& field) const override;
     bool Advance() override;

@@ -8,29 +8,18 @@
 #include <algorithm>
 
 namespace {
-// Batches grow so that a lookup of one record costs a tiny read and a walk
-// over millions of records needs few round trips.
-constexpr int FirstBatch = 16;
-constexpr int LargestBatch = 4096;
 // Lookups answered by the database before the selection gets an index.
 constexpr int DirectLookups = 24;
 // Selections larger than this are never indexed; lookups stay in the database.
 constexpr qsizetype LargestIndex = 2'000'000;
 // Small selections remembered per table.
 constexpr qsizetype RememberedSelections = 4096;
-
-const QString SeqColumn = QStringLiteral("QXSeq");
 } // namespace
 
 SqlTable::SqlTable(QSqlDatabase db, qint64& roundTrips, const QString& name,
                    const QStringList& columns)
-    : FDb(std::move(db)), FRoundTrips(roundTrips), FName(name), FColumns(columns) {
-    FSeqPosition = PositionOf(SeqColumn);
-    if (FSeqPosition < 0)
-        throw EQXError(QStringLiteral("Table %1 has no QXSeq column; it was not created with "
-                                      "the Korvane repository schema")
-                           .arg(FName));
-}
+    : FDb(std::move(db)), FRoundTrips(roundTrips), FName(name), FColumns(columns),
+      FOrder(RecordOrder::For(FDb, roundTrips, name, columns)) {}
 
 int SqlTable::PositionOf(const QString& columnName) const {
     for (int i = 0; i < FColumns.size(); ++i)
@@ -62,21 +51,22 @@ bool SqlTable::Select(const QString& where) {
     if (const auto remembered = FSmallSelections.constFind(where);
         remembered != FSmallSelections.cend()) {
         FBatch = remembered.value();
-        FBatchSize = FirstBatch;
-        FExhausted = true;
+        FWalk = RecordWalk{};
+        FWalk.batchSize = batch::First;
+        FWalk.exhausted = true;
         if (FBatch.isEmpty())
             return false;
-        FLastSeq = FBatch.back()[FSeqPosition].toLongLong();
+        FWalk.after = FOrder->RowKey(FBatch.back());
     } else {
-        FExhausted = false;
+        FWalk = RecordWalk{};
         const bool found = FetchBatch();
-        if (FExhausted)
+        if (FWalk.exhausted && (!found || FBatch.size() < batch::First))
             Remember(where, found ? FBatch : QVector<QVector<QVariant>>());
         if (!found)
             return false;
     }
     FHasCurrent = true;
-    FCurrentSeq = FBatch[0][FSeqPosition].toLongLong();
+    FCurrentKey = FOrder->RowKey(FBatch[0]);
     return true;
 }
 
@@ -92,23 +82,13 @@ void SqlTable::Forget() {
     FSmallSelectionOrder.clear();
 }
 
-// Reads the next batch of the selection after FLastSeq into FBatch; false
-// (and FBatch untouched) when the selection has no further record.
+// Reads the next batch of the selection into FBatch; false (and FBatch
+// untouched) when the selection has no further record.
 bool SqlTable::FetchBatch() {
-    if (FExhausted)
-        return false;
-    FBatchSize = FBatchSize == 0 ? FirstBatch : std::min(FBatchSize * 4, LargestBatch);
-    QString condition = SelectionCondition();
-    if (FLastSeq > 0 || FHasCurrent)
-        condition += QStringLiteral(" AND QXSeq > ") + QString::number(FLastSeq);
     SqlStatement statement(FDb, FRoundTrips);
-    auto rows = statement.ReadAll(
-        QStringLiteral("SELECT * FROM ") + FName + QStringLiteral(" WHERE ") + condition +
-        QStringLiteral(" ORDER BY QXSeq LIMIT ") + QString::number(FBatchSize));
-    FExhausted = rows.size() < FBatchSize;
-    if (rows.isEmpty())
+    SqlRows rows;
+    if (!FOrder->ReadBatch(statement, FName, SelectionCondition(), FWalk, rows))
         return false;
-    FLastSeq = rows.back()[FSeqPosition].toLongLong();
     FBatch = std::move(rows);
     FBatchPos = 0;
     FCurrentIsLocated = false;
@@ -121,18 +101,17 @@ bool SqlTable::Advance() {
         return false;
     if (FCurrentIsLocated) {
         // Walk on from the located record.
-        FLastSeq = FCurrentSeq;
-        FExhausted = false;
+        FOrder->RestartAfter(FWalk, FCurrentKey);
     } else if (FBatchPos + 1 < FBatch.size()) {
         ++FBatchPos;
-        FCurrentSeq = FBatch[FBatchPos][FSeqPosition].toLongLong();
+        FCurrentKey = FOrder->RowKey(FBatch[FBatchPos]);
         return true;
     }
     if (!FetchBatch()) {
         FAtEnd = true; // the last record stays current
         return false;
     }
-    FCurrentSeq = FBatch[0][FSeqPosition].toLongLong();
+    FCurrentKey = FOrder->RowKey(FBatch[0]);
     return true;
 }
 
@@ -146,12 +125,11 @@ void SqlTable::Close() {
     FWhere.clear();
     FBatch.clear();
     FBatchPos = 0;
-    FBatchSize = 0;
-    FExhausted = true;
-    FLastSeq = 0;
+    FWalk = RecordWalk{};
+    FWalk.exhausted = true;
     FHasCurrent = false;
     FAtEnd = false;
-    FCurrentSeq = 0;
+    FCurrentKey = 0;
     FCurrentIsLocated = false;
     FLocatedRow.reset();
     FLocates.clear();
@@ -170,9 +148,9 @@ const QVector<QVariant>& SqlTable::CurrentRow() const {
         return FBatch[FBatchPos];
     if (!FLocatedRow) {
         SqlStatement statement(FDb, FRoundTrips);
-        auto rows =
-            statement.ReadAll(QStringLiteral("SELECT * FROM ") + FName +
-                              QStringLiteral(" WHERE QXSeq = ") + QString::number(FCurrentSeq));
+        auto rows = statement.ReadAll(QStringLiteral("SELECT ") + FOrder->SelectList() +
+                                      QStringLiteral(" FROM ") + FName + QStringLiteral(" WHERE ") +
+                                      FOrder->Is(FCurrentKey));
         if (rows.isEmpty())
             throw EQXError(
                 QStringLiteral("The current record of table %1 no longer exists").arg(FName));
@@ -198,30 +176,48 @@ QVariant SqlTable::ValueOf(const TQXField& field) const {
     return FieldValue(position);
 }
 
-void SqlTable::PositionOnSeq(qint64 seq, std::optional<QVector<QVariant>> row) {
+QString SqlTable::RecordName() const {
+    return FHasCurrent ? FOrder->RecordName(FCurrentKey) : QString();
+}
+
+void SqlTable::PositionOnKey(qint64 key, std::optional<QVector<QVariant>> row) {
     FHasCurrent = true;
     FAtEnd = false;
     FCurrentIsLocated = true;
-    FCurrentSeq = seq;
+    FCurrentKey = key;
     FLocatedRow = std::move(row);
 }
 
 SqlTable::LocateState& SqlTable::StateFor(const QStringList& keys) {
-    return FLocates[keys.join(QLatin1Char(';')).toUpper()];
+    if (&keys != &FLastLocateKeys)
+        return FLocates[keys.join(QLatin1Char(';')).toUpper()];
+    return FLocates[FLastLocateStateKey];
 }
 
-bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, bool next) {
+// The key columns of a key-field text, parsed and checked once for as long
+// as the same text comes again (thousands of look-ups use one).
+const QStringList& SqlTable::KeysOf(const QString& keyFields) {
+    if (keyFields == FLastLocateKeyFields && !FLastLocateKeys.isEmpty())
+        return FLastLocateKeys;
     QStringList keys;
     for (const QString& key : keyFields.split(QLatin1Char(';'), Qt::SkipEmptyParts))
         keys << key.trimmed();
+    for (const QString& key : keys)
+        if (PositionOf(key) < 0)
+            throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(key, FName));
+    FLastLocateKeyFields = keyFields;
+    FLastLocateKeys = keys;
+    FLastLocateStateKey = keys.join(QLatin1Char(';')).toUpper();
+    return FLastLocateKeys;
+}
+
+bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, bool next) {
+    const QStringList& keys = KeysOf(keyFields);
     if (keys.isEmpty() || keys.size() != keyValues.size())
         throw EQXError(QStringLiteral("LocateRecord on %1: %2 key fields but %3 values")
                            .arg(FName)
                            .arg(keys.size())
                            .arg(keyValues.size()));
-    for (const QString& key : keys)
-        if (PositionOf(key) < 0)
-            throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(key, FName));
     if (!FSelected)
         Select(QString());
 
@@ -229,58 +225,63 @@ bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, b
     if (!next)
         ++state.lookups;
     if (!state.index && !state.tooLarge && state.lookups > DirectLookups) {
+        // Read in any order (a PostgreSQL selection sorted by ctid would be
+        // sorted whole); the index keeps each key's records in record order.
         auto index = std::make_unique<LocateIndex>();
-        QString columns = SeqColumn;
+        QString columns = FOrder->KeyExpression();
         for (const QString& key : keys)
             columns += QStringLiteral(", ") + key;
         SqlStatement statement(FDb, FRoundTrips);
-        statement.ForEachRow(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") +
-                                 FName + QStringLiteral(" WHERE ") + SelectionCondition() +
-                                 QStringLiteral(" ORDER BY QXSeq"),
-                             [&](const QSqlQuery& query) {
-                                 QVariantList values;
-                                 for (int i = 1; i <= keys.size(); ++i)
-                                     values << query.value(i);
-                                 index->Add(values, query.value(0).toLongLong());
-                                 return index->Size() <= LargestIndex;
-                             });
-        if (index->Size() > LargestIndex)
+        statement.ForEachRow(
+            QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + FName +
+                QStringLiteral(" WHERE ") + SelectionCondition(),
+            [&, values = QVariantList(keys.size())](const QSqlQuery& query) mutable {
+                for (int i = 0; i < keys.size(); ++i)
+                    values[i] = query.value(i + 1);
+                index->Add(values, FOrder->KeyOf(query.value(0)));
+                return index->Size() <= LargestIndex;
+            });
+        if (index->Size() > LargestIndex) {
             state.tooLarge = true;
-        else
+        } else {
+            index->Finish();
             state.index = std::move(index);
+        }
     }
     if (state.index)
         return LocateThroughIndex(state, keyValues, next);
-    return LocateThroughDatabase(keys, keyValues, next && FHasCurrent ? FCurrentSeq : -1);
+    return LocateThroughDatabase(keys, keyValues,
+                                 next && FHasCurrent ? std::optional(FCurrentKey) : std::nullopt);
 }
 
 bool SqlTable::LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next) {
-    const QVector<qint64>& matches = state.index->Find(values);
-    auto found = matches.cbegin();
+    const std::span<const qint64> matches = state.index->Find(values);
+    auto found = matches.begin();
     if (next && FHasCurrent)
-        found = std::upper_bound(matches.cbegin(), matches.cend(), FCurrentSeq);
-    if (found == matches.cend())
+        found = std::upper_bound(matches.begin(), matches.end(), FCurrentKey);
+    if (found == matches.end())
         return false;
-    PositionOnSeq(*found, std::nullopt);
+    PositionOnKey(*found, std::nullopt);
     return true;
 }
 
 bool SqlTable::LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
-                                     qint64 after) {
+                                     std::optional<qint64> after) {
     QString condition = SelectionCondition();
     for (int i = 0; i < keys.size(); ++i)
         condition +=
             QStringLiteral(" AND ") + keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
-    if (after >= 0)
-        condition += QStringLiteral(" AND QXSeq > ") + QString::number(after);
+    if (after)
+        condition += QStringLiteral(" AND ") + FOrder->After(*after);
     SqlStatement statement(FDb, FRoundTrips);
-    auto rows =
-        statement.ReadAll(QStringLiteral("SELECT * FROM ") + FName + QStringLiteral(" WHERE ") +
-                          condition + QStringLiteral(" ORDER BY QXSeq LIMIT 1"));
+    auto rows = statement.ReadAll(QStringLiteral("SELECT ") + FOrder->SelectList() +
+                                  QStringLiteral(" FROM ") + FName + QStringLiteral(" WHERE ") +
+                                  condition + QStringLiteral(" ORDER BY ") +
+                                  FOrder->KeyExpression() + QStringLiteral(" LIMIT 1"));
     if (rows.isEmpty())
         return false;
-    const qint64 seq = rows.front()[FSeqPosition].toLongLong();
-    PositionOnSeq(seq, std::move(rows.front()));
+    const qint64 key = FOrder->RowKey(rows.front());
+    PositionOnKey(key, std::move(rows.front()));
     return true;
 }
 
@@ -290,14 +291,19 @@ void SqlTable::SetValue(const TQXField& field, const QVariant& value) {
     if (position < 0)
         throw EQXError(QStringLiteral("Field '%1' not found in table %2").arg(field.Name, FName));
     SqlStatement statement(FDb, FRoundTrips);
-    statement.Execute(QStringLiteral("UPDATE ") + FName + QStringLiteral(" SET ") +
-                          FColumns[position] + QStringLiteral(" = ? WHERE QXSeq = ?"),
-                      {value, FCurrentSeq});
+    const qint64 key = FOrder->Update(statement, FName, FColumns[position], value, FCurrentKey);
     if (FCurrentIsLocated) {
         if (FLocatedRow)
             (*FLocatedRow)[position] = value;
     } else {
         FBatch[FBatchPos][position] = value;
+    }
+    if (key != FCurrentKey) {
+        // The record's new version lies elsewhere: found there from now on,
+        // while the walk goes on from where it stood.
+        FCurrentKey = key;
+        if (!FCurrentIsLocated)
+            FBatch[FBatchPos][FOrder->KeyPosition()] = FOrder->KeyValue(key);
     }
     FLocates.clear(); // indexed key values may have changed
     Forget();

@@ -2,6 +2,7 @@
 
 #include "repository/DataAccessInterface.h"
 #include "sqlaccess/LocateIndex.h"
+#include "sqlaccess/RecordOrder.h"
 
 #include <QHash>
 #include <QSqlDatabase>
@@ -22,9 +23,10 @@ public:
 
 // One repository table with its current selection and current record.
 //
-// The selection is read in record order (QXSeq) in batches that grow from a
-// few records to a few thousand, so a selection of millions of records is
-// never read at once. Locating by key columns asks the database for the first
+// The selection is read in record order (QXSeq, or the database's row
+// identity for a table without it, see RecordOrder) in batches that grow
+// from a few records to a few thousand, so a selection of millions of
+// records is never read at once. Locating by key columns asks the database for the first
 // few lookups of a selection and then builds an in-memory index of the
 // selection's keys, so that thousands of lookups cost microseconds each.
 // Small selections (one batch or less, the lookups of single records that
@@ -41,6 +43,7 @@ public:
     int FieldCount() const override { return static_cast<int>(FColumns.size()); }
     QVariant FieldValue(int position) const override;
     void Close() override;
+    QString RecordName() const override;
 
     QVariant ValueOf(const TQXField& field) const override;
     bool Advance() override;
@@ -66,17 +69,19 @@ private:
     void Forget();
     const QVector<QVariant>& CurrentRow() const;
     LocateState& StateFor(const QStringList& keys);
-    bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values, qint64 after);
+    const QStringList& KeysOf(const QString& keyFields);
+    bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
+                               std::optional<qint64> after);
     bool LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next);
     QString SelectionCondition() const;
     int PositionOf(const QString& columnName) const;
-    void PositionOnSeq(qint64 seq, std::optional<QVector<QVariant>> row);
+    void PositionOnKey(qint64 key, std::optional<QVector<QVariant>> row);
 
     QSqlDatabase FDb;
     qint64& FRoundTrips;
     QString FName;
     QStringList FColumns;
-    int FSeqPosition = -1;
+    std::unique_ptr<RecordOrder> FOrder;
     std::deque<TQXField> FFields; // stable addresses for field references
 
     // Current selection.
@@ -84,14 +89,12 @@ private:
     QString FWhere;
     QVector<QVector<QVariant>> FBatch;
     int FBatchPos = 0;
-    int FBatchSize = 0;
-    bool FExhausted = true;
-    qint64 FLastSeq = 0;
+    RecordWalk FWalk;
 
     // Current record: a row of the batch, or a located record read on demand.
     bool FHasCurrent = false;
     bool FAtEnd = false;
-    qint64 FCurrentSeq = 0;
+    qint64 FCurrentKey = 0;
     mutable std::optional<QVector<QVariant>> FLocatedRow;
     bool FCurrentIsLocated = false;
 
@@ -101,7 +104,7 @@ private:
 
     // Locate state per key column list, for the current selection.
     std::map<QString, LocateState> FLocates;
-    QString FLastLocateKeys;
-    QString FLastLocateValues;
-    int FLastLocateMatch = -1;
+    QString FLastLocateKeyFields; // the text KeysOf parsed last
+    QStringList FLastLocateKeys;
+    QString FLastLocateStateKey; // their entry in FLocates
 };

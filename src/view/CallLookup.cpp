@@ -4,6 +4,11 @@
 #include "repository/ImageIndexes.h"
 #include "repository/WhereText.h"
 
+#include <QSet>
+
+#include <algorithm>
+#include <tuple>
+
 namespace {
 const QString CallColumns =
     QStringLiteral("SELECT QXFileID, QXObjectID, QXEntryID, QXRowID, QXWordID, QXInheritsFileID, "
@@ -13,27 +18,42 @@ const QString CallOrder = QStringLiteral(
     " ORDER BY QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID, QXFromWordID");
 // Calls kept before the cache starts afresh.
 constexpr qsizetype MostCachedCalls = 1'000'000;
+// File ids per statement when reading ahead.
+constexpr qsizetype IdsPerStatement = 500;
+
+// The ids in chunks small enough for one IN list each.
+QList<QList<qint32>> Chunks(const QList<qint32>& ids) {
+    QList<QList<qint32>> chunks;
+    for (qsizetype i = 0; i < ids.size(); i += IdsPerStatement)
+        chunks << ids.mid(i, IdsPerStatement);
+    return chunks;
+}
 } // namespace
 
 void TQXCallLookup::Cache::Clear() {
     FGroupings.clear();
     FCallsFrom.clear();
+    FCallsTo.clear();
     FCallCount = 0;
 }
 
 TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
-                             Cache& cache)
-    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables), FCache(cache) {}
+                             Cache& cache, TQXReadPath path)
+    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables), FCache(cache),
+      FPath(path) {}
 
 TQXCallLookup::Call TQXCallLookup::ReadCall(TQXTableRef dataSet) {
     using namespace qx::QXDEPENDENCIES;
     auto value = [&](int column) {
-        return VariantToInt(
-            FDataAccess.GetFieldValue(dataSet, FTables.Field(qx::Table::QXDEPENDENCIES, column)));
+        return RecordInt(
+            FDataAccess.GetFieldValue(dataSet, FTables.Field(qx::Table::QXDEPENDENCIES, column)),
+            QStringLiteral("QXDEPENDENCIES"),
+            QLatin1String(qx::ColumnName(qx::Table::QXDEPENDENCIES, column)), dataSet);
     };
     return Call{value(QXFileID),         value(QXObjectID),         value(QXEntryID),
                 value(QXInheritsFileID), value(QXInheritsObjectID), value(QXFromFileID),
-                value(QXFromObjectID),   value(QXFromEntryID),      value(QXFromRowID)};
+                value(QXFromObjectID),   value(QXFromEntryID),      value(QXFromRowID),
+                value(QXFromWordID)};
 }
 
 bool TQXCallLookup::GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst,
@@ -43,6 +63,9 @@ bool TQXCallLookup::GetDependencies(const TQXItem& item, TQXDirection direction,
         std::vector<Source> sources;
         if (!SourceList(item, sources))
             return false;
+        // A grouping's files are read in one go, unless one call will do.
+        if (FPath == TQXReadPath::SetBased && item.FileID == 0 && !stopAtFirst)
+            ReadAhead(sources, direction);
         bool found = false;
         for (const Source& s : sources) {
             const bool kept = direction == TQXDirection::TopDown
@@ -188,10 +211,8 @@ const std::vector<TQXCallLookup::Call>& TQXCallLookup::CallsFrom(const QString& 
     }
     FTables.RebindTable(qx::Table::QXDEPENDENCIES,
                         FDataAccess.GetTableRef(QStringLiteral("QXDEPENDENCIES")));
-    if (FCache.FCallCount + static_cast<qsizetype>(calls.size()) > MostCachedCalls)
-        FCache.Clear();
-    FCache.FCallCount += static_cast<qsizetype>(calls.size());
-    return FCache.FCallsFrom.insert(condition, std::move(calls)).value();
+    Keep(FCache.FCallsFrom, condition, std::move(calls));
+    return FCache.FCallsFrom[condition];
 }
 
 bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst,
@@ -203,12 +224,8 @@ bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFi
     else if (s.ObjectID > 0)
         condition += where::AndKey("QXObjectID", s.ObjectID);
 
-    TQXTableRef dependencies = FTables.Table(qx::Table::QXDEPENDENCIES);
-    if (!FDataAccess.SelectRecords(dependencies, condition))
-        return false;
     bool found = false;
-    do {
-        const Call d = ReadCall(dependencies);
+    for (const Call& d : CallsTo(condition)) {
         bool leaveOut = false;
         if (s.PackageID == 0 && s.ObjectID == 0)
             leaveOut = SameGrouping(d.FromFileID, item);
@@ -228,6 +245,98 @@ bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFi
         found = true;
         if (stopAtFirst)
             break;
-    } while (FDataAccess.NextRecord(dependencies));
+    }
     return found;
+}
+
+// The calls reaching one target, in record order.
+const std::vector<TQXCallLookup::Call>& TQXCallLookup::CallsTo(const QString& condition) {
+    if (const auto cached = FCache.FCallsTo.constFind(condition); cached != FCache.FCallsTo.cend())
+        return cached.value();
+    Keep(FCache.FCallsTo, condition, ReadSelection(condition));
+    return FCache.FCallsTo[condition];
+}
+
+// The QXDEPENDENCIES records a where text selects, in record order.
+std::vector<TQXCallLookup::Call> TQXCallLookup::ReadSelection(const QString& condition) {
+    std::vector<Call> calls;
+    TQXTableRef dependencies = FTables.Table(qx::Table::QXDEPENDENCIES);
+    if (FDataAccess.SelectRecords(dependencies, condition))
+        do
+            calls.push_back(ReadCall(dependencies));
+        while (FDataAccess.NextRecord(dependencies));
+    return calls;
+}
+
+void TQXCallLookup::Keep(QHash<QString, std::vector<Call>>& calls, const QString& condition,
+                         std::vector<Call> list) {
+    if (FCache.FCallCount + static_cast<qsizetype>(list.size()) > MostCachedCalls)
+        FCache.Clear();
+    FCache.FCallCount += static_cast<qsizetype>(list.size());
+    calls.insert(condition, std::move(list));
+}
+
+// Reads the calls of all the sources' files in a statement per few hundred
+// files, and the groupings of the files at their other ends, and keeps them
+// as the lookups of single files would have read them: leaving a file's
+// calls in the order of the call query (record order among equal keys, as
+// its index returns them), reaching it in record order.
+void TQXCallLookup::ReadAhead(const std::vector<Source>& sources, TQXDirection direction) {
+    const bool topDown = direction == TQXDirection::TopDown;
+    auto conditionOf = [topDown](qint32 fileID) {
+        return topDown ? where::Keys({{"QXFromFileID", fileID}})
+                       : where::Keys({{"QXFileID", fileID}});
+    };
+    QHash<QString, std::vector<Call>>& kept = topDown ? FCache.FCallsFrom : FCache.FCallsTo;
+    QList<qint32> files;
+    QSet<qint32> seen;
+    for (const Source& s : sources)
+        if (!seen.contains(s.FileID) && !kept.contains(conditionOf(s.FileID))) {
+            files << s.FileID;
+            seen.insert(s.FileID);
+        }
+    QList<qint32> others;
+    seen.clear();
+    for (const QList<qint32>& chunk : Chunks(files)) {
+        QHash<qint32, std::vector<Call>> byFile;
+        for (const Call& d : ReadSelection(
+                 where::In(topDown ? "QXFromFileID" : "QXFileID", chunk, QStringLiteral(", ")))) {
+            byFile[topDown ? d.FromFileID : d.FileID].push_back(d);
+            const qint32 other = topDown ? d.FileID : d.FromFileID;
+            if (!FCache.FGroupings.contains(other) && !seen.contains(other)) {
+                others << other;
+                seen.insert(other);
+            }
+        }
+        for (qint32 fileID : chunk) {
+            std::vector<Call> calls = byFile.take(fileID);
+            if (topDown)
+                std::stable_sort(calls.begin(), calls.end(), [](const Call& a, const Call& b) {
+                    return std::tie(a.FromFileID, a.FromObjectID, a.FromEntryID, a.FromRowID,
+                                    a.FromWordID) < std::tie(b.FromFileID, b.FromObjectID,
+                                                             b.FromEntryID, b.FromRowID,
+                                                             b.FromWordID);
+                });
+            Keep(kept, conditionOf(fileID), std::move(calls));
+        }
+    }
+    ReadGroupings(others);
+}
+
+// The grouping of each file, from its first record as SameGrouping reads it.
+void TQXCallLookup::ReadGroupings(const QList<qint32>& fileIDs) {
+    using namespace qx::QXFILE;
+    for (const QList<qint32>& chunk : Chunks(fileIDs)) {
+        if (FRecords.Select(qx::Table::QXFILE, where::In("QXFileID", chunk, QStringLiteral(", "))))
+            do {
+                const qint32 fileID = FRecords.Int(qx::Table::QXFILE, QXFileID);
+                if (!FCache.FGroupings.contains(fileID))
+                    FCache.FGroupings.emplace(
+                        fileID, Cache::Grouping{FRecords.Int(qx::Table::QXFILE, QXSystemID),
+                                                FRecords.Int(qx::Table::QXFILE, QXComputerID),
+                                                FRecords.Int(qx::Table::QXFILE, QXApplicationID)});
+            } while (FRecords.Next(qx::Table::QXFILE));
+        for (qint32 fileID : chunk)
+            FCache.FGroupings.try_emplace(fileID, std::nullopt);
+    }
 }

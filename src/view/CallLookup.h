@@ -6,6 +6,7 @@
 #include "repository/TableHandleSet.h"
 #include "repository/TreeItems.h"
 #include "repository/ViewSettings.h"
+#include "view/ReadPath.h"
 
 #include <QHash>
 
@@ -21,7 +22,7 @@ class TQXCallLookup {
     // One QXDEPENDENCIES record as read.
     struct Call {
         qint32 FileID, ObjectID, EntryID, InheritsFileID, InheritsObjectID;
-        qint32 FromFileID, FromObjectID, FromEntryID, FromRowID;
+        qint32 FromFileID, FromObjectID, FromEntryID, FromRowID, FromWordID;
 
         // The call as the view keeps it, naming the other end (file, object,
         // entry); a call into or out of a package file names that file.
@@ -54,11 +55,13 @@ public:
         };
         // Groupings by file id; none for a file missing from QXFILE.
         std::unordered_map<qint32, std::optional<Grouping>> FGroupings;
-        QHash<QString, std::vector<Call>> FCallsFrom; // by condition
+        QHash<QString, std::vector<Call>> FCallsFrom; // TopDown, by condition
+        QHash<QString, std::vector<Call>> FCallsTo;   // BottomUp, by condition
         qsizetype FCallCount = 0;
     };
 
-    TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, Cache& cache);
+    TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, Cache& cache,
+                  TQXReadPath path = TQXReadPath::SetBased);
 
     // Empties `list` and appends one record per call kept; true when any was
     // kept. With stopAtFirst the lookup ends at the first record kept.
@@ -88,9 +91,16 @@ private:
     bool IsWholeObjectCallToDrop(qint32 fileID, qint32 objectID);
     Call ReadCall(TQXTableRef dataSet);
     const std::vector<Call>& CallsFrom(const QString& condition);
+    const std::vector<Call>& CallsTo(const QString& condition);
+    std::vector<Call> ReadSelection(const QString& condition);
+    void Keep(QHash<QString, std::vector<Call>>& calls, const QString& condition,
+              std::vector<Call> list);
+    void ReadAhead(const std::vector<Source>& sources, TQXDirection direction);
+    void ReadGroupings(const QList<qint32>& fileIDs);
 
     TQXDataAccessInterface& FDataAccess;
     TQXTableHandleSet& FTables;
     TQXRecordReader FRecords;
     Cache& FCache;
+    TQXReadPath FPath;
 };

@@ -352,7 +352,16 @@ void TQXDistributionExpander::ApplicationContents(const TQXItem& item) {
                     image::ImagePackageTopDown);
         } while (FRecords.Next(Table::QXFILE));
     }
-    if (!FRecords.Select(Table::QXOBJECT, QStringLiteral("QXInPackage = 0")))
+    // The set-based path selects only the objects of the application's files
+    // instead of every object of the estate; the file look-up below then
+    // finds each, as it does on the reference path.
+    const QString objectWhere =
+        FContext.Path == TQXReadPath::SetBased
+            ? QStringLiteral(
+                  "QXInPackage = 0 AND QXFileID IN (SELECT QXFileID FROM QXFILE WHERE ") +
+                  fileWhere + QLatin1Char(')')
+            : QStringLiteral("QXInPackage = 0");
+    if (!FRecords.Select(Table::QXOBJECT, objectWhere))
         return;
     do {
         const qint32 icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);

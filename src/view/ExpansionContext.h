@@ -2,6 +2,7 @@
 
 #include "repository/RecordReader.h"
 #include "repository/ViewSettings.h"
+#include "view/ReadPath.h"
 
 #include <QtGlobal>
 
@@ -26,4 +27,5 @@ struct TQXExpansionContext {
     TQXViewOperations& View;
     TQXViewSettings Settings;
     TQXExpandLimits Limits;
+    TQXReadPath Path = TQXReadPath::SetBased;
 };

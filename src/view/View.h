@@ -76,6 +76,9 @@ public:
     void SyncMenuItems();
     void SetUserHint();
     void RefreshCurrentView();
+    // True when the last refresh the host started failed; the host drops
+    // such failures, a driver refreshes again to learn why.
+    bool HostRefreshFailed() const { return FHostRefreshFailed; }
     void NodeExpanded(TQXTreeNode* node);
     void tbLimitChange();
     void cbRefreshViewClick();
@@ -85,6 +88,10 @@ public:
     TQXViewSettings Settings() const;
     const TTracks& Tracks() const { return FTracks; }
     const TQXTableHandleSet& Tables() const { return FTables; }
+    // Set-based reads (the default) or the reference path; takes effect
+    // with the next refresh or expansion.
+    void SetReadPath(TQXReadPath path) { FReadPath = path; }
+    TQXReadPath ReadPath() const { return FReadPath; }
 
     // The form's controls, by their names on the form.
     TQXMainMenu mnuView;
@@ -161,6 +168,7 @@ private:
     TDependencies FDependencies;
     // What call lookups read, kept for one refresh.
     TQXCallLookup::Cache FCallCache;
+    TQXReadPath FReadPath = TQXReadPath::SetBased;
     // Condition texts of the root-item filter, set by SetFilter.
     QString FObjectFilter;
     QString FEntryFilter;
@@ -169,4 +177,5 @@ private:
     // Limits of "Expand All within Object/Package"; 0 when unset.
     TQXExpandLimits FExpandLimits;
     bool FCheckingLimit = false;
+    bool FHostRefreshFailed = false;
 };

@@ -5,6 +5,6 @@
 #include <QCheckBox>
 
 bool TQXView::GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) {
-    return TQXCallLookup(*FDataAccess, FTables, FCallCache)
+    return TQXCallLookup(*FDataAccess, FTables, FCallCache, FReadPath)
         .GetDependencies(item, direction, stopAtFirst, cbOption->isChecked(), FDependencies);
 }

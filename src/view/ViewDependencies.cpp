@@ -5,7 +5,7 @@
 
 TQXExpansionContext TQXView::ExpansionContext(TQXRecordReader& records,
                                               const TQXViewSettings& settings) {
-    return TQXExpansionContext{records, *tvMain, *this, settings, FExpandLimits};
+    return TQXExpansionContext{records, *tvMain, *this, settings, FExpandLimits, FReadPath};
 }
 
 void TQXView::ShowDependencies(TQXTreeNode* node, const TQXViewSettings& settings) {

@@ -216,7 +216,7 @@ void TQXView::CreateMenus() {
 void TQXView::CreatePopupMenu() {
     pmnuView = new QMenu(this);
     pmnuView->setObjectName(QStringLiteral("pmnuView"));
-    auto item = [this](QMenu* menu, const QString& name, const QString& caption) {
+    auto item = [](QMenu* menu, const QString& name, const QString& caption) {
         QAction* action = menu->addAction(caption);
         action->setObjectName(name);
         return action;

@@ -96,12 +96,20 @@ void TQXView::ConnectToDB() {
     } catch (const std::exception& e) {
         TQXUIServices::Current().ShowMessage(QStringLiteral("AssignDBPointers failed: ") +
                                              ExceptionMessage(e));
+        return;
+    }
+    // What the repository has to say about itself, once per connection.
+    if (auto* notice = dynamic_cast<TQXRepositoryNotice*>(FDataAccess)) {
+        const QString text = notice->TakeRepositoryNotice();
+        if (!text.isEmpty())
+            TQXUIServices::Current().ShowMessage(text);
     }
     // The filter dialog is built here once the root-item filter exists.
 }
 
 void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender,
                              const QString& text) {
+    FHostRefreshFailed = false;
     try {
         if (!dataAccess) {
             if (!FDocumentFile.isEmpty()) {
@@ -128,6 +136,7 @@ void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender
                     RefreshCurrentView();
                 } catch (const std::exception&) {
                     // A refresh the host started fails silently.
+                    FHostRefreshFailed = true;
                 }
             }
         } else if (dataAccess == FDataAccess) {
@@ -135,6 +144,7 @@ void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender
                 RefreshCurrentView();
             } catch (const std::exception&) {
                 // A refresh the host started fails silently.
+                FHostRefreshFailed = true;
             }
         }
         cbRefreshView->setFocus();

@@ -3,7 +3,9 @@
 // statuses and messages of bad usage and failures.
 #include "support/CliEstate.h"
 #include "support/RunProgram.h"
+#include "support/SilentServer.h"
 
+#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QtTest>
 
@@ -200,6 +202,9 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
         row("depth and all", {"tree", repo, "--depth", "2", "--expand-all"}, 2,
             "--depth and --expand-all exclude each other");
         row("path escape", {"tree", repo, "--path", "A\\B"}, 2, "write '\\/' for a '/'");
+        row("timeout", {"tree", repo, "--timeout", "soon"}, 2,
+            "--timeout needs a whole number of at least 0, not 'soon'");
+        row("a Qt option", {"tree", repo, "-platform", "bogus"}, 2, "Unknown option 'platform'");
         row("not a repository", {"tree", NotARepositoryFile()}, 1, "AssignDBPointers failed");
     }
     void badUsageAndFailures() {
@@ -213,6 +218,32 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
         QVERIFY2(run.Err.contains(message), qPrintable(run.Err));
         if (exitCode == 2 && !arguments.isEmpty())
             QVERIFY2(run.Err.contains("for the usage"), qPrintable(run.Err));
+    }
+
+    void qtTakesNoneOfOurArguments() {
+        // A value Qt would take for an option of its own stays ours.
+        const ProgramRun reverse = Tree({"--path", "-reverse"});
+        QCOMPARE(reverse.ExitCode, 1);
+        QVERIFY2(reverse.Err.contains("path not found: -reverse (no root node '-reverse')"),
+                 qPrintable(reverse.Err));
+        // No display is needed, so none the environment names can be missing.
+        const ProgramRun display =
+            RunProgram("korvane-cli", {"tree", FRepo.Location()}, {"QT_QPA_PLATFORM=bogus"});
+        QVERIFY2(display.ExitCode == 0, qPrintable(display.Err));
+        QVERIFY(display.Out.startsWith("ACCOUNTS\t"));
+    }
+
+    void aServerThatNeverAnswersIsGivenUpOn() {
+        const SilentServer silent;
+        QVERIFY(silent.Port() > 0);
+        QElapsedTimer clock;
+        clock.start();
+        const ProgramRun run =
+            Cli({"tree", QString("host=127.0.0.1 port=%1 dbname=estate").arg(silent.Port()),
+                 "--timeout", "2"});
+        QCOMPARE(run.ExitCode, 1);
+        QVERIFY2(run.Err.contains("the server did not answer within 2 s"), qPrintable(run.Err));
+        QVERIFY(clock.elapsed() < 10000);
     }
 
     void helpIsAnswered() {

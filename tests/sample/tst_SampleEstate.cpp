@@ -187,6 +187,37 @@ void CheckReferences(const TRepository& estate, int scale) {
              QStringLiteral(".CurrencyAmount Reporting.Statement"));
 }
 
+// korvane-sample, run to the end (its exit code; -1 when it crashed), or
+// killed as soon as it reports its first regional copy.
+QString SampleProgram() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/korvane-sample");
+}
+
+int RunSample(const QStringList& arguments) {
+    QProcess process;
+    process.start(SampleProgram(), arguments);
+    if (!process.waitForFinished(120000))
+        qFatal("korvane-sample did not finish");
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+bool KillSampleMidBuild(const QStringList& arguments) {
+    QProcess process;
+    process.setReadChannel(QProcess::StandardError); // where the progress goes
+    process.start(SampleProgram(), arguments);
+    QByteArray progress;
+    while (!progress.contains("regional copy") && process.waitForReadyRead(60000))
+        progress += process.readAllStandardError();
+    process.kill();
+    process.waitForFinished();
+    return progress.contains("regional copy") && process.exitStatus() == QProcess::CrashExit;
+}
+
+QByteArray Contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
 
 class TestSampleEstate : public QObject {
@@ -550,6 +581,59 @@ private slots:
         QCOMPARE(run({dir.filePath(QStringLiteral("missing/estate.kvdb"))}), 1);
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
                  QStringList{QStringLiteral("demo.kvdb")});
+    }
+
+    // A killed run costs nothing: a SQLite target stays as it was, and so do
+    // the tables of a PostgreSQL schema until the new estate is complete.
+    // What the killed run left behind is cleared by the next run.
+    void killedRunsLeaveTheEstateThatWasThere() {
+        if (!QFileInfo::exists(SampleProgram()))
+            QSKIP("korvane-sample is not built");
+        QTemporaryDir dir;
+        const QString target = dir.filePath(QStringLiteral("estate.kvdb"));
+        QCOMPARE(RunSample({target}), 0);
+        const QByteArray file = Contents(target);
+        QVERIFY(
+            KillSampleMidBuild({QStringLiteral("--force"), QStringLiteral("--scale=30"), target}));
+        QCOMPARE(Contents(target), file);
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 2); // and a partial
+        QCOMPARE(RunSample({QStringLiteral("--force"), target}), 0);
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("estate.kvdb")});
+
+        if (!TestRepository::PostgreSQLAvailable())
+            QSKIP("KV_TEST_PG is not set");
+        TestRepository repository(TestRepository::Backend::PostgreSQL);
+        auto counts = [&] {
+            QStringList all;
+            for (const char* table : Tables)
+                all << QString::number(repository.Count(QLatin1String(table)));
+            return all.join(QLatin1Char(' '));
+        };
+        auto buildSchemas = [&] {
+            return repository.Count(QStringLiteral("pg_namespace"),
+                                    QStringLiteral("nspname LIKE 'korvane\\_build\\_%'"));
+        };
+        QCOMPARE(RunSample({QStringLiteral("--force"), repository.Location()}), 0);
+        const QString demo = counts();
+        QVERIFY(KillSampleMidBuild(
+            {QStringLiteral("--force"), QStringLiteral("--scale=30"), repository.Location()}));
+        QCOMPARE(counts(), demo);
+        QCOMPARE(buildSchemas(), 1);
+        // The killed run's session ends once the server notices; then its
+        // build is stale.
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                return repository.Count(QStringLiteral("pg_locks"),
+                                        QStringLiteral("locktype = 'advisory'")) == 0;
+            },
+            20000));
+        QCOMPARE(RunSample({QStringLiteral("--force"), QStringLiteral("--scale=2"),
+                            repository.Location()}),
+                 0);
+        QVERIFY(repository.Count(QStringLiteral("QXWORD")) >
+                demo.section(QLatin1Char(' '), 4, 4).toInt());
+        QCOMPARE(buildSchemas(), 0);
     }
 
     void refusesARepositoryThatHasTables() {

@@ -11,10 +11,15 @@ struct ProgramRun {
     QString Err;
 };
 
-inline ProgramRun RunProgram(const QString& program, const QStringList& arguments) {
+// `variables` ("NAME=value") are set for the program after the off-screen platform.
+inline ProgramRun RunProgram(const QString& program, const QStringList& arguments,
+                             const QStringList& variables = {}) {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    for (const QString& variable : variables)
+        environment.insert(variable.section(QLatin1Char('='), 0, 0),
+                           variable.section(QLatin1Char('='), 1));
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationDirPath() + QLatin1Char('/') + program, arguments);
     if (!process.waitForFinished(60000))

@@ -24,6 +24,8 @@ public:
 
     // The text to open this repository with (file path or connection string).
     const QString& Location() const { return FLocation; }
+    // The PostgreSQL schema that holds the tables; empty on SQLite.
+    const QString& Schema() const { return FSchema; }
     QSqlDatabase Db() const;
 
     // One record per row, its values in the order of the columns, e.g.

@@ -8,6 +8,7 @@
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
 #include "sqlaccess/RepositorySchema.h"
+#include "support/EveryView.h"
 #include "support/TestRepository.h"
 #include "support/TreeTexts.h"
 
@@ -155,39 +156,6 @@ void FillEstate(TestRepository& repo, bool hostile) {
         }
     }
     QVERIFY(db.commit());
-}
-
-// Every view: both types and directions on every level, and the option box
-// checked where it is shown.
-QList<TQXViewSettings> EveryView() {
-    QList<TQXViewSettings> views;
-    for (TQXViewType type : {TQXViewType::Distribution, TQXViewType::Dependencies})
-        for (TQXDirection direction : {TQXDirection::TopDown, TQXDirection::BottomUp})
-            for (const QString& name : level::Names()) {
-                TQXViewSettings settings;
-                settings.Type = type;
-                settings.Direction = direction;
-                settings.Level = *level::FromName(name);
-                views << settings;
-                if (settings.OptionCaption(false)) {
-                    settings.Option = true;
-                    views << settings;
-                }
-            }
-    return views;
-}
-
-QString Describe(const TQXViewSettings& settings) {
-    return settings.UserHint() + (settings.Option ? " (option)" : "");
-}
-
-// Every node in tree order with its depth, text, image and item.
-QStringList Dump(TQXTreeControl& tree) {
-    QStringList lines;
-    for (TQXTreeNode* node = tree.FirstNode(); node; node = TQXTreeControl::NextNode(node))
-        lines << QString::number(node->Level()) + '|' + node->Text() + '|' +
-                     QString::number(node->ImageIndex()) + '|' + ItemId(node);
-    return lines;
 }
 
 // Every node as its path of plain texts from the root, with its image, item

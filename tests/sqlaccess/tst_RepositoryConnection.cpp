@@ -1,0 +1,245 @@
+// Opening repositories: connection strings read as libpq reads them, the
+// timeouts of the settings file, and no connect, statement or lock that
+// waits longer than its timeout, whether the server cancels, never answers
+// or another program holds a lock.
+#include "repository/Errors.h"
+#include "sqlaccess/RepositoryConnection.h"
+#include "sqlaccess/SqlDataAccess.h"
+#include "sqlaccess/SqlStatement.h"
+#include "support/SilentServer.h"
+#include "support/TestRepository.h"
+
+#include <QElapsedTimer>
+#include <QSettings>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+#include <functional>
+
+namespace {
+
+// The message of the EQXError `action` throws, and how long it took.
+struct Failure {
+    QString Message;
+    qint64 Seconds = -1;
+    bool TimedOut = false; // thrown as EQXStatementTimeout
+};
+
+Failure FailureOf(const std::function<void()>& action) {
+    QElapsedTimer clock;
+    clock.start();
+    Failure failure;
+    try {
+        action();
+        failure.Message = QStringLiteral("(nothing thrown)");
+    } catch (const EQXStatementTimeout& e) {
+        failure.Message = e.Message();
+        failure.TimedOut = true;
+    } catch (const EQXError& e) {
+        failure.Message = e.Message();
+    }
+    failure.Seconds = clock.elapsed() / 1000;
+    return failure;
+}
+
+// Sets the timeouts of new connections for one scope.
+class TimeoutsFor {
+public:
+    TimeoutsFor(int connect, int statement) : FSaved(RepositoryTimeouts::Current()) {
+        RepositoryTimeouts timeouts;
+        timeouts.connectSeconds = connect;
+        timeouts.statementSeconds = statement;
+        RepositoryTimeouts::SetCurrent(timeouts);
+    }
+    ~TimeoutsFor() { RepositoryTimeouts::SetCurrent(FSaved); }
+
+private:
+    RepositoryTimeouts FSaved;
+};
+
+// A backend stopped for one scope, and woken again however the scope ends;
+// should this test process die meanwhile, a shell wakes it a little later.
+class StoppedProcess {
+public:
+    explicit StoppedProcess(qint64 pid) : FPid(pid), FStopped(::kill(pid_t(pid), SIGSTOP) == 0) {
+        if (!FStopped)
+            return;
+        QProcess waker;
+        waker.setProgram("sh");
+        waker.setArguments({"-c", QString("sleep 30; kill -CONT %1").arg(pid)});
+        waker.setStandardOutputFile(QProcess::nullDevice());
+        waker.setStandardErrorFile(QProcess::nullDevice());
+        waker.startDetached();
+    }
+    ~StoppedProcess() {
+        if (FStopped)
+            ::kill(pid_t(FPid), SIGCONT);
+    }
+    bool Stopped() const { return FStopped; }
+
+private:
+    qint64 FPid;
+    bool FStopped;
+};
+
+} // namespace
+
+class TestRepositoryConnection : public QObject {
+    Q_OBJECT
+
+private slots:
+    void connectionStringsAreReadAsLibpqReadsThem() {
+        using Kind = RepositoryLocation::Kind;
+        const RepositoryLocation spaced = RepositoryLocation::Parse(
+            "host = dbhost  dbname= estate user =me password='a b\\'c\\\\d' port = 5433");
+        QCOMPARE(int(spaced.kind), int(Kind::PostgreSQL));
+        QCOMPARE(spaced.hostName, QString("dbhost"));
+        QCOMPARE(spaced.databaseName, QString("estate"));
+        QCOMPARE(spaced.userName, QString("me"));
+        QCOMPARE(spaced.password, QString("a b'c\\d"));
+        QCOMPARE(spaced.port, 5433);
+
+        // Further keywords are handed on quoted, so blanks and quotes survive.
+        const RepositoryLocation further =
+            RepositoryLocation::Parse("dbname=e options='-c search_path=x' sslmode=disable");
+        QCOMPARE(further.options, QString("options='-c search_path=x';sslmode='disable'"));
+        const RepositoryLocation uri =
+            RepositoryLocation::Parse("postgresql://me:pw@dbhost:5432/payroll?connect_timeout=5");
+        QCOMPARE(uri.Display(), QString("postgresql://me@dbhost:5432/payroll"));
+        QCOMPARE(uri.password, QString("pw"));
+        QCOMPARE(uri.options, QString("connect_timeout='5'"));
+        const RepositoryLocation hosts =
+            RepositoryLocation::Parse("host=a,b port=5432,5433 dbname=e");
+        QCOMPARE(hosts.port, -1);
+        QCOMPARE(hosts.options, QString("port='5432,5433'"));
+
+        // A text that starts with no libpq keyword is a file path.
+        QCOMPARE(int(RepositoryLocation::Parse("runs/a=b.kvdb").kind), int(Kind::SQLite));
+        QCOMPARE(int(RepositoryLocation::Parse("user=me").kind), int(Kind::PostgreSQL));
+
+        const struct {
+            const char* Text;
+            const char* Reason;
+        } invalid[] = {
+            {"host=h port=abc dbname=e", "the port must be a number from 1 to 65535, not 'abc'"},
+            {"host=h port=0 dbname=e", "not '0'"},
+            {"postgresql://h:99999/e", "not '99999'"},
+            {"host=h dbname=estate garbage", "missing \"=\" after \"garbage\""},
+            {"host=h dbname=e colour=red", "invalid connection option \"colour\""},
+            {"dbname=e password='unterminated", "unterminated quoted string"},
+            {"dbname=e options='-c a=1;b'", "the value of options holds a ';'"},
+        };
+        for (const auto& bad : invalid) {
+            const Failure failure = FailureOf([&] { RepositoryLocation::Parse(bad.Text); });
+            QVERIFY2(failure.Message.startsWith("Invalid PostgreSQL connection string: ") &&
+                         failure.Message.contains(bad.Reason),
+                     qPrintable(bad.Text + QString(" -> ") + failure.Message));
+        }
+    }
+
+    void timeoutsComeFromTheSettingsFile() {
+        QTemporaryDir dir;
+        QSettings settings(dir.filePath("korvane.ini"), QSettings::IniFormat);
+        settings.setValue("Timeouts/Connect", 4);
+        settings.setValue("Timeouts/Statement", "soon");
+        RepositoryTimeouts timeouts = RepositoryTimeouts::FromSettings(settings);
+        QCOMPARE(timeouts.connectSeconds, 4);
+        QCOMPARE(timeouts.statementSeconds, 30); // unreadable: the default
+        settings.setValue("Timeouts/Statement", 0);
+        QCOMPARE(RepositoryTimeouts::FromSettings(settings).statementSeconds, 0);
+    }
+
+    void aServerThatNeverAnswersIsGivenUpOn() {
+        const SilentServer silent;
+        QVERIFY(silent.Port() > 0);
+        const TimeoutsFor timeouts(2, 2);
+        const Failure failure = FailureOf([&] {
+            OpenRepositoryDatabase(
+                RepositoryLocation::Parse(
+                    QString("host=127.0.0.1 port=%1 dbname=estate").arg(silent.Port())),
+                "silent");
+        });
+        QVERIFY2(failure.Message.contains("the server did not answer within 2 s"),
+                 qPrintable(failure.Message));
+        QVERIFY2(failure.Seconds < 8, qPrintable(QString::number(failure.Seconds)));
+    }
+
+    void aLockedSQLiteFileIsReportedAsLocked() {
+        TestRepository repository;
+        QSqlDatabase other = OpenRepositoryDatabase(
+            RepositoryLocation::Parse(repository.Location()), "other program");
+        const TimeoutsFor timeouts(10, 1);
+        SqlDataAccess opened(repository.Location());
+        QVERIFY(QSqlQuery(other).exec("BEGIN EXCLUSIVE"));
+        // Locked before the repository is opened, and while it is read.
+        const Failure opening = FailureOf([&] { SqlDataAccess(repository.Location()); });
+        QVERIFY2(opening.Message == "Could not open repository " + repository.Location() +
+                                        ": the file is locked by another program; waited 1 s "
+                                        "(database is locked)",
+                 qPrintable(opening.Message));
+        const Failure reading = FailureOf([&] { opened.GetTableRef("QXFILE"); });
+        QVERIFY2(reading.TimedOut && reading.Message == "The repository file " +
+                                                            repository.Location() +
+                                                            " is locked by another program; "
+                                                            "waited 1 s (database is locked)",
+                 qPrintable(reading.Message));
+        QVERIFY(opening.Seconds < 5 && reading.Seconds < 5);
+        QSqlQuery(other).exec("ROLLBACK");
+        other = QSqlDatabase();
+        CloseRepositoryDatabase("other program");
+    }
+
+    void aLockOrAStoppedServerEndsAStatementInTime() {
+        if (!TestRepository::PostgreSQLAvailable())
+            QSKIP("KV_TEST_PG is not set");
+        TestRepository repository(TestRepository::Backend::PostgreSQL);
+        // The server cancels a statement that waits for a lock.
+        QSqlQuery lock(repository.Db());
+        QVERIFY(lock.exec("BEGIN"));
+        QVERIFY(lock.exec("LOCK TABLE qxfile IN ACCESS EXCLUSIVE MODE"));
+        {
+            const TimeoutsFor timeouts(10, 1);
+            SqlDataAccess access(repository.Location());
+            const Failure failure = FailureOf([&] { access.GetTableRef("QXFILE"); });
+            QVERIFY2(failure.TimedOut &&
+                         failure.Message.startsWith(
+                             "canceling statement due to lock timeout (the repository's time "
+                             "limit is 1 s)"),
+                     qPrintable(failure.Message));
+            QVERIFY(failure.Seconds < 5);
+        }
+        QVERIFY(lock.exec("ROLLBACK"));
+
+        // A stopped backend answers neither the statement nor its cancellation:
+        // the client breaks the connection off after the timeout and a grace.
+        const TimeoutsFor timeouts(10, 1);
+        qint64 roundTrips = 0;
+        QSqlDatabase db =
+            OpenRepositoryDatabase(RepositoryLocation::Parse(repository.Location()), "stopped");
+        {
+            SqlStatement statement(db, roundTrips);
+            const qint64 backend =
+                statement.ReadAll("SELECT pg_backend_pid()").at(0).at(0).toLongLong();
+            const StoppedProcess stopped(backend);
+            if (!stopped.Stopped()) {
+                db = QSqlDatabase();
+                CloseRepositoryDatabase("stopped");
+                QSKIP("the server's processes cannot be signalled from here");
+            }
+            const Failure failure = FailureOf([&] { statement.ReadAll("SELECT 1"); });
+            QVERIFY2(failure.TimedOut && failure.Message.startsWith(
+                                             "The PostgreSQL server did not answer within 1 s"),
+                     qPrintable(failure.Message));
+            QVERIFY2(failure.Seconds >= 1 && failure.Seconds < 8,
+                     qPrintable(QString::number(failure.Seconds)));
+            QVERIFY(!db.isOpen());
+        }
+        db = QSqlDatabase();
+        CloseRepositoryDatabase("stopped");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRepositoryConnection)
+#include "tst_RepositoryConnection.moc"
