@@ -72,10 +72,7 @@ private slots:
         QCOMPARE(int(RepositoryLocation::Parse("runs/a=b.kvdb").kind), int(Kind::SQLite));
         QCOMPARE(int(RepositoryLocation::Parse("user=me").kind), int(Kind::PostgreSQL));
 
-        const struct {
-            const char* Text;
-            const char* Reason;
-        } invalid[] = {
+        const std::pair<const char*, const char*> invalid[] = {
             {"host=h port=abc dbname=e", "the port must be a number from 1 to 65535, not 'abc'"},
             {"host=h port=0 dbname=e", "not '0'"},
             {"postgresql://h:99999/e", "not '99999'"},
@@ -84,11 +81,11 @@ private slots:
             {"dbname=e password='unterminated", "unterminated quoted string"},
             {"dbname=e options='-c a=1;b'", "the value of options holds a ';'"},
         };
-        for (const auto& bad : invalid) {
-            const Failure failure = FailureOf([&] { RepositoryLocation::Parse(bad.Text); });
+        for (const auto& [text, reason] : invalid) {
+            const Failure failure = FailureOf([&] { RepositoryLocation::Parse(text); });
             QVERIFY2(failure.Message.startsWith("Invalid PostgreSQL connection string: ") &&
-                         failure.Message.contains(bad.Reason),
-                     qPrintable(bad.Text + QString(" -> ") + failure.Message));
+                         failure.Message.contains(reason),
+                     qPrintable(text + QString(" -> ") + failure.Message));
         }
     }
 
@@ -114,9 +111,9 @@ private slots:
                     QString("host=127.0.0.1 port=%1 dbname=estate").arg(silent.Port())),
                 "silent");
         });
-        QVERIFY2(failure.Message.contains("the server did not answer within 2 s"),
-                 qPrintable(failure.Message));
-        QVERIFY2(failure.Seconds < 8, qPrintable(QString::number(failure.Seconds)));
+        QVERIFY2(failure.Message.contains("the server did not answer within 2 s") &&
+                     failure.Seconds < 8,
+                 qPrintable(failure.Message + ", after s: " + QString::number(failure.Seconds)));
     }
 
     void aLockedSQLiteFileIsReportedAsLocked() {
