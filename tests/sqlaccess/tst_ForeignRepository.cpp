@@ -3,22 +3,19 @@
 // reads them as the same estate with QXSeq; failures to bind or to read an id
 // name their real cause; a read-only file is shown but not written.
 #include "SampleEstate.h"
-#include "driver/ViewDriver.h"
 #include "host/BaseFunctions.h"
 #include "platform/ScriptedUIServices.h"
-#include "platform/TreeControl.h"
-#include "repository/Errors.h"
 #include "sqlaccess/RepositorySchema.h"
 #include "sqlaccess/SqlDataAccess.h"
+#include "support/EveryView.h"
+#include "support/Failure.h"
 #include "support/RunProgram.h"
 #include "support/TestRepository.h"
 #include "view/View.h"
 
-#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QStandardPaths>
 #include <QtTest>
 
 #include <map>
@@ -34,15 +31,6 @@ namespace {
 const char* const Tables[] = {"QXFILE",         "QXOBJECT",  "QXENTRY",     "QXROW",      "QXWORD",
                               "QXDEPENDENCIES", "QXPACKAGE", "QXATTRIBUTE", "QXDATAFLOW", "QXLOAD"};
 
-void Exec(const QSqlDatabase& db, const QString& sql, const QVariantList& values = {}) {
-    QSqlQuery query(db);
-    query.prepare(sql);
-    for (const QVariant& value : values)
-        query.addBindValue(value);
-    if (!(values.isEmpty() ? query.exec(sql) : query.exec()))
-        throw EQXError(query.lastError().text() + " in " + sql);
-}
-
 // `ours` as another loader writes it into `foreign`: lower-case names, the
 // columns reversed around a column of its own, no QXSeq, two indexes of its
 // own. Records are written and deleted again, so that the heap of a
@@ -53,9 +41,10 @@ void WriteForeignCopy(TestRepository& ours, TestRepository& foreign, bool postgr
     QSqlDatabase db = foreign.Db();
     RepositorySchema::DropTables(db);
     if (!postgres)
-        Exec(db, "ATTACH DATABASE ? AS ours", {ours.Location()});
-    Exec(db, "CREATE TEMP TABLE kvgap AS WITH RECURSIVE n(f) AS (SELECT 1 UNION ALL SELECT f + 1 "
-             "FROM n WHERE f < 20000) SELECT f FROM n");
+        foreign.Exec("ATTACH DATABASE " + SqlLiteral(ours.Location()) + " AS ours");
+    foreign.Exec(
+        "CREATE TEMP TABLE kvgap AS WITH RECURSIVE n(f) AS (SELECT 1 UNION ALL SELECT f + 1 "
+        "FROM n WHERE f < 20000) SELECT f FROM n");
     for (const char* table : Tables) {
         QSqlQuery probe(ours.Db());
         probe.exec(QString("SELECT * FROM %1 WHERE 1 = 0").arg(table));
@@ -79,63 +68,35 @@ void WriteForeignCopy(TestRepository& ours, TestRepository& foreign, bool postgr
             records += " UNION ALL " + part("filler", "f", " JOIN kvgap ON src.QXSeq IN (1, 1000)");
         records += " UNION ALL " +
                    part("filler", "f", " JOIN kvgap ON kvgap.f < 3 AND src.QXSeq % 97 = 0");
-        Exec(db, "CREATE TABLE " + name + " AS SELECT " + names.join(", ") + " FROM (" + records +
-                     ") AS u ORDER BY o1, o2 DESC");
-        Exec(db, "DELETE FROM " + name + " WHERE note = 'filler'");
+        foreign.Exec("CREATE TABLE " + name + " AS SELECT " + names.join(", ") + " FROM (" +
+                     records + ") AS u ORDER BY o1, o2 DESC");
+        foreign.Exec("DELETE FROM " + name + " WHERE note = 'filler'");
         if (postgres)
-            Exec(db, "VACUUM ANALYZE " + name); // the gaps stay, as empty pages
+            foreign.Exec("VACUUM ANALYZE " + name); // the gaps stay, as empty pages
     }
-    Exec(db, "CREATE INDEX loader_file ON qxfile (qxfileid, qxsystemid)");
-    Exec(db, "CREATE INDEX loader_name ON qxobject (qxobjectname)");
+    foreign.Exec("CREATE INDEX loader_file ON qxfile (qxfileid, qxsystemid)");
+    foreign.Exec("CREATE INDEX loader_name ON qxobject (qxobjectname)");
     if (!postgres)
-        Exec(db, "DETACH DATABASE ours");
+        foreign.Exec("DETACH DATABASE ours");
 }
 
-// The demo estate with QXSeq and its foreign copy, built once per backend.
+// The demo estate with QXSeq and two foreign copies of it, one to change
+// and restore, built once per backend.
 struct Estates {
-    TestRepository ours, foreign;
-    explicit Estates(Backend backend) : ours(backend), foreign(backend) {
+    TestRepository ours, foreign, scratch;
+    explicit Estates(Backend backend) : ours(backend), foreign(backend), scratch(backend) {
         QSqlDatabase db = ours.Db();
         RepositorySchema::DropTables(db);
         BuildSampleEstate(db, SampleEstateOptions{});
         WriteForeignCopy(ours, foreign, backend == Backend::PostgreSQL);
+        WriteForeignCopy(ours, scratch, backend == Backend::PostgreSQL);
     }
 };
 
-QStringList Dump(TQXTreeControl& tree) {
-    QStringList lines;
-    for (TQXTreeNode* node = tree.FirstNode(); node; node = TQXTreeControl::NextNode(node))
-        lines << QString("%1|%2|%3|%4")
-                     .arg(node->Level())
-                     .arg(node->Text())
-                     .arg(node->ImageIndex())
-                     .arg(node->Item() ? node->Item()->GetItemID() : QString());
-    return lines;
-}
-
 // The columns that tell a record of these tables from the others.
 QStringList KeyColumns(const QString& table) {
-    QStringList columns{"QXFileID", "QXObjectID"};
-    if (table != "QXOBJECT")
-        columns << "QXEntryID"
-                << "QXRowID";
-    if (table == "QXWORD")
-        columns << "QXWordID";
-    return columns;
-}
-
-ProgramRun Cli(const QStringList& arguments) {
-    return RunProgram("korvane-cli", arguments);
-}
-
-// The message of what `call` throws.
-template <typename Call> QString Failure(Call&& call) {
-    try {
-        call();
-    } catch (const EQXError& e) {
-        return e.Message();
-    }
-    return "no exception";
+    const QStringList columns{"QXFileID", "QXObjectID", "QXEntryID", "QXRowID", "QXWordID"};
+    return columns.first(table == "QXOBJECT" ? 2 : table == "QXROW" ? 4 : 5);
 }
 
 } // namespace
@@ -168,29 +129,12 @@ private slots:
     void everyViewIsTheSameAsWithQXSeq() {
         QFETCH_GLOBAL(int, backend);
         Estates& estates = EstatesOf(backend);
-        for (bool dependencies : {false, true})
-            for (auto direction : {TQXDirection::TopDown, TQXDirection::BottomUp})
-                for (const char* level : {"System", "Computer", "Application", "Package", "Object",
-                                          "Entry", "Code", "Data"}) {
-                    TQXViewSettings settings;
-                    settings.Type =
-                        dependencies ? TQXViewType::Dependencies : TQXViewType::Distribution;
-                    settings.Direction = direction;
-                    settings.Level = *level::FromName(QLatin1String(level));
-                    QStringList dumps[2];
-                    int i = 0;
-                    for (TestRepository* repo : {&estates.ours, &estates.foreign}) {
-                        TQXViewDriver driver(repo->Location());
-                        driver.Apply(settings);
-                        driver.Refresh();
-                        QVERIFY(driver.ExpandToDepth(1000, 50000));
-                        dumps[i++] = Dump(driver.Tree());
-                    }
-                    QVERIFY2(
-                        dumps[0] == dumps[1] && !dumps[0].isEmpty(),
-                        qPrintable(
-                            QString("%1 %2 %3").arg(dependencies).arg(int(direction)).arg(level)));
-                }
+        for (const TQXViewSettings& settings : EveryView()) {
+            const QStringList ours = Dump(FullyOpened(estates.ours.Location(), settings)->Tree());
+            QVERIFY2(!ours.isEmpty() &&
+                         Dump(FullyOpened(estates.foreign.Location(), settings)->Tree()) == ours,
+                     qPrintable(Describe(settings)));
+        }
         // The indexes the loader left out are named once, on connecting; its
         // own index on (qxfileid, qxsystemid) serves lookups by QXFileID.
         TQXViewDriver ours(estates.ours.Location());
@@ -204,7 +148,7 @@ private slots:
         }
         QCOMPARE(ui.Messages().size(), 1);
         const QString notice = ui.Messages().front();
-        const ProgramRun cli = Cli({"tree", estates.foreign.Location()});
+        const ProgramRun cli = RunProgram("korvane-cli", {"tree", estates.foreign.Location()});
         QCOMPARE(cli.ExitCode, 0);
         QCOMPARE(cli.Err, "korvane-cli: note: " + notice + "\n");
         QVERIFY2(notice.contains(" lacks ") && notice.contains("QXFILE (QXSystemID), ") &&
@@ -222,8 +166,9 @@ private slots:
         SqlDataAccess ours(estates.ours.Location()), foreign(estates.foreign.Location());
         // Selections read through an index come in the index's order.
         if (backend == int(Backend::PostgreSQL))
-            Exec(foreign.Database(),
-                 "SET enable_seqscan = off; SET enable_bitmapscan = off; SET enable_tidscan = off");
+            QVERIFY(QSqlQuery(foreign.Database())
+                        .exec("SET enable_seqscan = off; SET enable_bitmapscan = off; "
+                              "SET enable_tidscan = off"));
         auto read = [](SqlDataAccess& access, const char* table, const QString& where,
                        const QString& locateKeys, const QVariantList& locate) {
             TQXTableRef t = access.GetTableRef(table);
@@ -260,16 +205,14 @@ private slots:
             QVERIFY(expected.size() > 20);
             QCOMPARE(read(foreign, table, where, keys, values), expected);
         }
-        // Writing twice to one record of a copy: a PostgreSQL update moves it.
-        TestRepository copy{Backend(backend)};
-        WriteForeignCopy(estates.ours, copy, backend == int(Backend::PostgreSQL));
-        SqlDataAccess written(copy.Location());
+        // Writing twice to one record: a PostgreSQL update moves it.
+        SqlDataAccess written(estates.scratch.Location());
         TQXTableRef attribute = written.GetTableRef("QXATTRIBUTE");
         TQXFieldRef name = written.GetFieldRef(attribute, "QXAttributeName");
         QVERIFY(written.SelectRecords(attribute, "QXAttributeID = 3"));
         for (const char* text : {"FIRST", "RENAMED"})
             written.SetFieldValue(attribute, name, QString(text));
-        QCOMPARE(copy.Count("qxattribute", "qxattributename = 'RENAMED'"), 1);
+        QCOMPARE(estates.scratch.Count("qxattribute", "qxattributename = 'RENAMED'"), 1);
         QCOMPARE(written.GetFieldValue(attribute, name).toString(), QString("RENAMED"));
     }
 
@@ -281,9 +224,9 @@ private slots:
             const QString role = QString("kv_viewer_%1").arg(QCoreApplication::applicationPid());
             foreign.Exec("CREATE ROLE " + role + " LOGIN");
             foreign.Exec("GRANT USAGE ON SCHEMA " + foreign.Schema() + " TO " + role);
-            QString location = foreign.Location();
-            location.replace(QRegularExpression("\\buser=\\S+"), QString());
-            const ProgramRun run = Cli({"tree", location + " user=" + role});
+            // The last user= is the one libpq takes.
+            const ProgramRun run =
+                RunProgram("korvane-cli", {"tree", foreign.Location() + " user=" + role});
             foreign.Exec("DROP OWNED BY " + role);
             foreign.Exec("DROP ROLE " + role);
             QCOMPARE(run.ExitCode, 1);
@@ -293,15 +236,9 @@ private slots:
                 qPrintable(run.Err));
             return;
         }
-        auto file = [this](const char* name, const QByteArray& bytes) {
-            QFile out(FDir.filePath(name));
-            out.open(QIODevice::WriteOnly);
-            out.write(bytes);
-            return out.fileName();
-        };
-        QFile estate(EstatesOf(backend).ours.Location());
-        QVERIFY(estate.open(QIODevice::ReadOnly));
-        const QByteArray bytes = estate.readAll();
+        QFile notes(FDir.filePath("notes.kvdb"));
+        QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write("Notes, not a repository\n") > 0);
+        notes.close();
         TestRepository missing, withoutRowid;
         missing.Exec("DROP TABLE QXOBJECT");
         withoutRowid.Exec("DROP TABLE QXENTRY");
@@ -309,64 +246,24 @@ private slots:
                           "qxentryname TEXT, qxobjectidentifier TEXT, "
                           "PRIMARY KEY (qxfileid, qxobjectid, qxentryid)) WITHOUT ROWID");
         for (const auto& [repository, message] :
-             {std::pair{file("notes.kvdb", "Notes, not a repository\n"),
-                        QString("Table QXFILE of the repository %1 cannot be read: file is not "
-                                "a database")},
-              {file("truncated.kvdb", bytes.left(bytes.size() / 2)),
-               QString("Table QXFILE of the repository %1 cannot be read: database disk image "
-                       "is malformed")},
+             {std::pair{notes.fileName(), QString("Table QXFILE of the repository %1 cannot be "
+                                                  "read: file is not a database")},
               {missing.Location(), QString("Table QXOBJECT not found in the repository %1")},
               {withoutRowid.Location(), QString("Table QXENTRY is a WITHOUT ROWID table "
                                                 "without a QXSeq column")}}) {
-            const ProgramRun run = Cli({"tree", repository});
+            const ProgramRun run = RunProgram("korvane-cli", {"tree", repository});
             QCOMPARE(run.ExitCode, 1);
             QVERIFY2(run.Err.contains("AssignDBPointers failed: " +
                                       QString(message).replace("%1", repository)),
                      qPrintable(run.Err));
         }
-        // Locked by another writer: said so, not "not found" (after a short wait).
-        const RepositoryTimeouts timeouts = RepositoryTimeouts::Current();
-        RepositoryTimeouts::SetCurrent({.connectSeconds = 1, .statementSeconds = 1});
-        SqlDataAccess locked(missing.Location());
-        missing.Exec("BEGIN EXCLUSIVE");
-        const QString message = Failure([&] { locked.GetTableRef("QXFILE"); });
-        missing.Exec("ROLLBACK");
-        RepositoryTimeouts::SetCurrent(timeouts);
-        QVERIFY2(message.contains("is locked by another program") &&
-                     message.endsWith("(database is locked)"),
-                 qPrintable(message));
-
-        // A file its user may not read; root reads it all the same, so
-        // there the command runs as nobody.
-        const QString unreadable = file("unreadable.kvdb", bytes);
-        QFile::setPermissions(unreadable, QFileDevice::WriteOwner);
-        QFile::setPermissions(FDir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                               QFileDevice::ExeOwner | QFileDevice::ExeOther);
-        QString program = QCoreApplication::applicationDirPath() + "/korvane-cli";
-        QStringList arguments{"tree", unreadable};
-        if (geteuid() == 0) {
-            if (QStandardPaths::findExecutable("setpriv").isEmpty() || !getpwnam("nobody"))
-                QSKIP("running as root, which reads any file, and no setpriv or user nobody");
-            arguments =
-                QStringList{"--reuid=nobody", "--regid=nogroup", "--clear-groups", program} +
-                arguments;
-            program = QStandardPaths::findExecutable("setpriv");
-        }
-        QProcess cli;
-        cli.start(program, arguments);
-        QVERIFY(cli.waitForFinished(60000));
-        QCOMPARE(cli.exitCode(), 1);
-        QCOMPARE(QString::fromUtf8(cli.readAllStandardError()),
-                 "korvane-cli: The repository " + unreadable +
-                     " cannot be read: permission denied\n");
     }
 
     void idsNameTableColumnAndRecord() {
         QFETCH_GLOBAL(int, backend);
         Estates& estates = EstatesOf(backend);
         const bool sqlite = backend == int(Backend::SQLite);
-        TestRepository foreign{Backend(backend)};
-        WriteForeignCopy(estates.ours, foreign, !sqlite);
+        TestRepository& foreign = estates.scratch;
         // The 17th object in the loader's order; a PostgreSQL column typed
         // integer by the loader holds neither text nor 64 bits, and an update
         // moves the record there.
@@ -397,9 +294,10 @@ private slots:
                                    : sqlite              ? "rowid " + id
                                    : update.next()       ? "ctid " + update.value(0).toString()
                                                          : QString();
-            const ProgramRun run = Cli({"tree", repo->Location(), "--level", "Object"});
-            Exec(repo->Db(), "UPDATE qxobject SET QXObjectID = ? WHERE " + where,
-                 {original.value(0)});
+            const ProgramRun run =
+                RunProgram("korvane-cli", {"tree", repo->Location(), "--level", "Object"});
+            repo->Exec("UPDATE qxobject SET QXObjectID = " + SqlLiteral(original.value(0)) +
+                       " WHERE " + where);
             QCOMPARE(run.ExitCode, 1);
             QVERIFY2(run.Err.endsWith(
                          "korvane-cli: QXOBJECT.QXObjectID " + message.arg(record) +
@@ -409,51 +307,58 @@ private slots:
         // Conversions that are no loss pass; what would lose a digit does not.
         QCOMPARE(RecordInt(3.0, "T", "C", nullptr), 3);
         QCOMPARE(RecordInt(" -12 ", "T", "C", nullptr), -12);
-        QCOMPARE(Failure([] { RecordInt(2.5, "T", "C", nullptr); }),
+        QCOMPARE(FailureOf([] { RecordInt(2.5, "T", "C", nullptr); }).Message,
                  QString("T.C is not a whole number in the current record: '2.5'"));
-        QVERIFY(Failure([] {
-                    RecordInt("99999999999999999999", "T", "C", nullptr);
-                }).startsWith("T.C is 99999999999999999999 in the current record, outside"));
+        QVERIFY(
+            FailureOf([] {
+                RecordInt("99999999999999999999", "T", "C", nullptr);
+            }).Message.startsWith("T.C is 99999999999999999999 in the current record, outside"));
     }
 
-    void aReadOnlyFileIsShownNotWritten() {
+    // A file its user may not read is said to be so; a read-only one is
+    // shown but not written. Root reads and writes any file: there they are
+    // opened as nobody, the real user too, as QFileInfo asks by that one.
+    void filePermissionsAreHeeded() {
         QFETCH_GLOBAL(int, backend);
         if (backend != int(Backend::SQLite))
             QSKIP("a file's permissions are SQLite's");
+        const passwd* nobody = geteuid() == 0 ? getpwnam("nobody") : nullptr;
+        if (geteuid() == 0 && !nobody)
+            QSKIP("running as root, which reads and writes any file, and no user nobody");
         TestRepository repo;
         repo.Insert("QXFILE", "QXFileID, QXFileName, QXSystemID", {{1, "PAYCALC.CBL", 1}});
         repo.Insert("QXATTRIBUTE", "QXAttributeID, QXAttributeType, QXAttributeName",
                     {{1, 1, "BANK"}});
         const QString folder = QFileInfo(repo.Location()).path();
+        QFile unreadable(folder + "/unreadable.kvdb");
+        QVERIFY(unreadable.open(QIODevice::WriteOnly));
+        unreadable.setPermissions(QFileDevice::WriteOwner);
         const auto readable =
             QFileDevice::ReadOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
         const auto open = QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther;
         QFile::setPermissions(repo.Location(), readable);
         QFile::setPermissions(folder, readable | open);
-        // Root writes any file: the repository is opened as nobody, which
-        // SQLite then holds open read-only.
-        const passwd* nobody = geteuid() == 0 ? getpwnam("nobody") : nullptr;
-        if (geteuid() == 0 && !nobody)
-            QSKIP("running as root, which writes any file, and no user nobody");
         if (nobody)
-            QVERIFY(seteuid(nobody->pw_uid) == 0);
+            QVERIFY(setresuid(nobody->pw_uid, nobody->pw_uid, 0) == 0);
         std::unique_ptr<TQXViewDriver> driver;
         std::unique_ptr<SqlDataAccess> access;
-        const QString opened = Failure([&] {
-            driver = std::make_unique<TQXViewDriver>(repo.Location());
-            access = std::make_unique<SqlDataAccess>(repo.Location());
-        });
+        const QString refused = FailureOf([&] { SqlDataAccess{unreadable.fileName()}; }).Message;
+        const QString opened = FailureOf([&] {
+                                   driver = std::make_unique<TQXViewDriver>(repo.Location());
+                                   access = std::make_unique<SqlDataAccess>(repo.Location());
+                               }).Message;
         if (nobody)
-            QVERIFY(seteuid(0) == 0);
-        QCOMPARE(opened, QString("no exception"));
+            QVERIFY(setresuid(0, 0, 0) == 0);
+        QCOMPARE(refused,
+                 "The repository " + unreadable.fileName() + " cannot be read: permission denied");
+        QCOMPARE(opened, QString("(nothing thrown)"));
         driver->Refresh();
         QCOMPARE(driver->Tree().Root(0)->Text(), QString("BANK"));
         TQXTableRef attribute = access->GetTableRef("QXATTRIBUTE");
         QVERIFY(access->SelectRecords(attribute, QString()));
-        const QString message = Failure([&] {
-            access->SetFieldValue(attribute, access->GetFieldRef(attribute, "QXAttributeName"),
-                                  QString("IMS"));
-        });
+        const TQXFieldRef name = access->GetFieldRef(attribute, "QXAttributeName");
+        const QString message =
+            FailureOf([&] { access->SetFieldValue(attribute, name, QString("IMS")); }).Message;
         QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
                                           QFileDevice::ExeOwner);
         QCOMPARE(message, "The repository " + repo.Location() +

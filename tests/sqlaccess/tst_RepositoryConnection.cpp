@@ -2,86 +2,43 @@
 // timeouts of the settings file, and no connect, statement or lock that
 // waits longer than its timeout, whether the server cancels, never answers
 // or another program holds a lock.
-#include "repository/Errors.h"
 #include "sqlaccess/RepositoryConnection.h"
 #include "sqlaccess/SqlDataAccess.h"
-#include "sqlaccess/SqlStatement.h"
+#include "support/Failure.h"
 #include "support/SilentServer.h"
 #include "support/TestRepository.h"
 
-#include <QElapsedTimer>
 #include <QSettings>
 #include <QSqlQuery>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <csignal>
-#include <functional>
 
 namespace {
 
-// The message of the EQXError `action` throws, and how long it took.
-struct Failure {
-    QString Message;
-    qint64 Seconds = -1;
-    bool TimedOut = false; // thrown as EQXStatementTimeout
-};
-
-Failure FailureOf(const std::function<void()>& action) {
-    QElapsedTimer clock;
-    clock.start();
-    Failure failure;
-    try {
-        action();
-        failure.Message = QStringLiteral("(nothing thrown)");
-    } catch (const EQXStatementTimeout& e) {
-        failure.Message = e.Message();
-        failure.TimedOut = true;
-    } catch (const EQXError& e) {
-        failure.Message = e.Message();
-    }
-    failure.Seconds = clock.elapsed() / 1000;
-    return failure;
-}
-
 // Sets the timeouts of new connections for one scope.
-class TimeoutsFor {
-public:
-    TimeoutsFor(int connect, int statement) : FSaved(RepositoryTimeouts::Current()) {
-        RepositoryTimeouts timeouts;
-        timeouts.connectSeconds = connect;
-        timeouts.statementSeconds = statement;
-        RepositoryTimeouts::SetCurrent(timeouts);
+struct TimeoutsFor {
+    const RepositoryTimeouts saved = RepositoryTimeouts::Current();
+    TimeoutsFor(int connect, int statement) {
+        RepositoryTimeouts::SetCurrent({.connectSeconds = connect, .statementSeconds = statement});
     }
-    ~TimeoutsFor() { RepositoryTimeouts::SetCurrent(FSaved); }
-
-private:
-    RepositoryTimeouts FSaved;
+    ~TimeoutsFor() { RepositoryTimeouts::SetCurrent(saved); }
 };
 
 // A backend stopped for one scope, and woken again however the scope ends;
 // should this test process die meanwhile, a shell wakes it a little later.
-class StoppedProcess {
-public:
-    explicit StoppedProcess(qint64 pid) : FPid(pid), FStopped(::kill(pid_t(pid), SIGSTOP) == 0) {
-        if (!FStopped)
-            return;
-        QProcess waker;
-        waker.setProgram("sh");
-        waker.setArguments({"-c", QString("sleep 30; kill -CONT %1").arg(pid)});
-        waker.setStandardOutputFile(QProcess::nullDevice());
-        waker.setStandardErrorFile(QProcess::nullDevice());
-        waker.startDetached();
+struct StoppedProcess {
+    const qint64 pid;
+    const bool stopped = ::kill(pid_t(pid), SIGSTOP) == 0;
+    explicit StoppedProcess(qint64 backend) : pid(backend) {
+        if (stopped)
+            QProcess::startDetached(
+                "sh", {"-c", QString("exec >/dev/null 2>&1; sleep 30; kill -CONT %1").arg(pid)});
     }
     ~StoppedProcess() {
-        if (FStopped)
-            ::kill(pid_t(FPid), SIGCONT);
+        if (stopped)
+            ::kill(pid_t(pid), SIGCONT);
     }
-    bool Stopped() const { return FStopped; }
-
-private:
-    qint64 FPid;
-    bool FStopped;
 };
 
 } // namespace
@@ -94,12 +51,8 @@ private slots:
         using Kind = RepositoryLocation::Kind;
         const RepositoryLocation spaced = RepositoryLocation::Parse(
             "host = dbhost  dbname= estate user =me password='a b\\'c\\\\d' port = 5433");
-        QCOMPARE(int(spaced.kind), int(Kind::PostgreSQL));
-        QCOMPARE(spaced.hostName, QString("dbhost"));
-        QCOMPARE(spaced.databaseName, QString("estate"));
-        QCOMPARE(spaced.userName, QString("me"));
+        QCOMPARE(spaced.Display(), QString("postgresql://me@dbhost:5433/estate"));
         QCOMPARE(spaced.password, QString("a b'c\\d"));
-        QCOMPARE(spaced.port, 5433);
 
         // Further keywords are handed on quoted, so blanks and quotes survive.
         const RepositoryLocation further =
@@ -119,10 +72,7 @@ private slots:
         QCOMPARE(int(RepositoryLocation::Parse("runs/a=b.kvdb").kind), int(Kind::SQLite));
         QCOMPARE(int(RepositoryLocation::Parse("user=me").kind), int(Kind::PostgreSQL));
 
-        const struct {
-            const char* Text;
-            const char* Reason;
-        } invalid[] = {
+        const std::pair<const char*, const char*> invalid[] = {
             {"host=h port=abc dbname=e", "the port must be a number from 1 to 65535, not 'abc'"},
             {"host=h port=0 dbname=e", "not '0'"},
             {"postgresql://h:99999/e", "not '99999'"},
@@ -131,11 +81,11 @@ private slots:
             {"dbname=e password='unterminated", "unterminated quoted string"},
             {"dbname=e options='-c a=1;b'", "the value of options holds a ';'"},
         };
-        for (const auto& bad : invalid) {
-            const Failure failure = FailureOf([&] { RepositoryLocation::Parse(bad.Text); });
+        for (const auto& [text, reason] : invalid) {
+            const Failure failure = FailureOf([&] { RepositoryLocation::Parse(text); });
             QVERIFY2(failure.Message.startsWith("Invalid PostgreSQL connection string: ") &&
-                         failure.Message.contains(bad.Reason),
-                     qPrintable(bad.Text + QString(" -> ") + failure.Message));
+                         failure.Message.contains(reason),
+                     qPrintable(text + QString(" -> ") + failure.Message));
         }
     }
 
@@ -161,9 +111,9 @@ private slots:
                     QString("host=127.0.0.1 port=%1 dbname=estate").arg(silent.Port())),
                 "silent");
         });
-        QVERIFY2(failure.Message.contains("the server did not answer within 2 s"),
-                 qPrintable(failure.Message));
-        QVERIFY2(failure.Seconds < 8, qPrintable(QString::number(failure.Seconds)));
+        QVERIFY2(failure.Message.contains("the server did not answer within 2 s") &&
+                     failure.Seconds < 8,
+                 qPrintable(failure.Message + ", after s: " + QString::number(failure.Seconds)));
     }
 
     void aLockedSQLiteFileIsReportedAsLocked() {
@@ -175,17 +125,14 @@ private slots:
         QVERIFY(QSqlQuery(other).exec("BEGIN EXCLUSIVE"));
         // Locked before the repository is opened, and while it is read.
         const Failure opening = FailureOf([&] { SqlDataAccess(repository.Location()); });
-        QVERIFY2(opening.Message == "Could not open repository " + repository.Location() +
-                                        ": the file is locked by another program; waited 1 s "
-                                        "(database is locked)",
-                 qPrintable(opening.Message));
         const Failure reading = FailureOf([&] { opened.GetTableRef("QXFILE"); });
-        QVERIFY2(reading.TimedOut && reading.Message == "The repository file " +
-                                                            repository.Location() +
-                                                            " is locked by another program; "
-                                                            "waited 1 s (database is locked)",
-                 qPrintable(reading.Message));
-        QVERIFY(opening.Seconds < 5 && reading.Seconds < 5);
+        QCOMPARE(opening.Message, "Could not open repository " + repository.Location() +
+                                      ": the file is locked by another program; waited 1 s "
+                                      "(database is locked)");
+        QCOMPARE(reading.Message, "The repository file " + repository.Location() +
+                                      " is locked by another program; waited 1 s (database "
+                                      "is locked)");
+        QVERIFY(reading.TimedOut && opening.Seconds < 5 && reading.Seconds < 5);
         QSqlQuery(other).exec("ROLLBACK");
         other = QSqlDatabase();
         CloseRepositoryDatabase("other program");
@@ -195,45 +142,37 @@ private slots:
         if (!TestRepository::PostgreSQLAvailable())
             QSKIP("KV_TEST_PG is not set");
         TestRepository repository(TestRepository::Backend::PostgreSQL);
+        const TimeoutsFor timeouts(10, 1);
         // The server cancels a statement that waits for a lock.
         QSqlQuery lock(repository.Db());
-        QVERIFY(lock.exec("BEGIN"));
-        QVERIFY(lock.exec("LOCK TABLE qxfile IN ACCESS EXCLUSIVE MODE"));
-        {
-            const TimeoutsFor timeouts(10, 1);
-            SqlDataAccess access(repository.Location());
-            const Failure failure = FailureOf([&] { access.GetTableRef("QXFILE"); });
-            QVERIFY2(failure.TimedOut &&
-                         failure.Message.startsWith(
-                             "canceling statement due to lock timeout (the repository's time "
-                             "limit is 1 s)"),
-                     qPrintable(failure.Message));
-            QVERIFY(failure.Seconds < 5);
-        }
+        QVERIFY(lock.exec("BEGIN") && lock.exec("LOCK TABLE qxfile IN ACCESS EXCLUSIVE MODE"));
+        SqlDataAccess access(repository.Location());
+        const Failure locked = FailureOf([&] { access.GetTableRef("QXFILE"); });
         QVERIFY(lock.exec("ROLLBACK"));
+        QVERIFY2(locked.TimedOut && locked.Seconds < 5 &&
+                     locked.Message.startsWith("canceling statement due to lock timeout (the "
+                                               "repository's time limit is 1 s)"),
+                 qPrintable(locked.Message));
 
         // A stopped backend answers neither the statement nor its cancellation:
         // the client breaks the connection off after the timeout and a grace.
-        const TimeoutsFor timeouts(10, 1);
         qint64 roundTrips = 0;
         QSqlDatabase db =
             OpenRepositoryDatabase(RepositoryLocation::Parse(repository.Location()), "stopped");
         {
             SqlStatement statement(db, roundTrips);
-            const qint64 backend =
-                statement.ReadAll("SELECT pg_backend_pid()").at(0).at(0).toLongLong();
-            const StoppedProcess stopped(backend);
-            if (!stopped.Stopped()) {
+            const StoppedProcess stopped(
+                statement.ReadAll("SELECT pg_backend_pid()").at(0).at(0).toLongLong());
+            if (!stopped.stopped) {
                 db = QSqlDatabase();
                 CloseRepositoryDatabase("stopped");
                 QSKIP("the server's processes cannot be signalled from here");
             }
             const Failure failure = FailureOf([&] { statement.ReadAll("SELECT 1"); });
-            QVERIFY2(failure.TimedOut && failure.Message.startsWith(
-                                             "The PostgreSQL server did not answer within 1 s"),
-                     qPrintable(failure.Message));
-            QVERIFY2(failure.Seconds >= 1 && failure.Seconds < 8,
-                     qPrintable(QString::number(failure.Seconds)));
+            QVERIFY2(
+                failure.TimedOut && failure.Seconds >= 1 && failure.Seconds < 8 &&
+                    failure.Message.startsWith("The PostgreSQL server did not answer within 1 s"),
+                qPrintable(failure.Message + ", after s: " + QString::number(failure.Seconds)));
             QVERIFY(!db.isOpen());
         }
         db = QSqlDatabase();

@@ -17,14 +17,22 @@
 using Backend = TestRepository::Backend;
 
 namespace {
-const QStringList Names{"CLAIM%3PAY.CBL", "A%1B%2C.CPY", "%2%1.CBL", "O'NEIL%3.CBL",
-                        "ACCTü%1.CPY",    "PLAIN.CBL",   "100%.CBL", "X_%3_Y.CBL"};
+const QStringList Names{"CLAIM%3PAY.CBL", "A%1B%2C.CPY", "%2%1.CBL",
+                        "O'NEIL%3.CBL",   "ACCTü%1.CPY", "PLAIN.CBL",
+                        "100%.CBL",       "X_%3_Y.CBL",  "PAY"};
 
 // File names whose base names are alike but for case, wildcards and escapes.
 const QStringList BaseNames{"ACCTü.CPY",  "acctÜ.CBL",  "ACCTU.CBL",     "AC_T.CPY",   "ACCT.CBL",
                             "STRAßE.CPY", "straße.cbl", "STRASSE.CPY",   "ıNFO.CPY",   "INFO.CBL",
                             "100%.CBL",   "100X.CBL",   "B\\S.CPY",      "B\\\\S.CBL", "BS.CBL",
                             "漢字.CPY",   "漢字.CBL",   "\u200fRTL.CPY", "RTL.CBL",    "NODOT"};
+
+void InsertFiles(TestRepository& repo, const QStringList& names) {
+    QList<QVariantList> rows;
+    for (int i = 0; i < names.size(); ++i)
+        rows.append({i + 1, names[i]});
+    repo.Insert("QXFILE", "QXFileID, QXFileName", rows);
+}
 
 QStringList Column(QSqlDatabase db, const QString& sql) {
     QSqlQuery query(db);
@@ -42,20 +50,27 @@ class TestStatementText : public QObject {
     Q_OBJECT
 
 private slots:
-    void namesSelectTheirOwnRecords_data() {
+    void initTestCase_data() {
         QTest::addColumn<int>("backend");
         QTest::newRow("sqlite") << int(Backend::SQLite);
         QTest::newRow("postgresql") << int(Backend::PostgreSQL);
     }
-    void namesSelectTheirOwnRecords() {
-        QFETCH(int, backend);
+    void init() {
+        QFETCH_GLOBAL(int, backend);
         if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
             QSKIP("no PostgreSQL server");
+    }
+
+    void namesSelectTheirOwnRecords() {
+        QFETCH_GLOBAL(int, backend);
         TestRepository repo{Backend(backend)};
-        QList<QVariantList> rows;
-        for (int i = 0; i < Names.size(); ++i)
-            rows.append({i + 1, Names[i]});
-        repo.Insert("QXFILE", "QXFileID, QXFileName", rows);
+        InsertFiles(repo, Names);
+        // A NUL cannot be written into a statement (and PostgreSQL cannot
+        // store it): a value holding one finds nothing, neither its own record
+        // nor the one named like its part before the NUL.
+        const QString nul = QStringLiteral("PAY") + QChar(0) + QStringLiteral("X.CBL");
+        if (backend == int(Backend::SQLite))
+            repo.Insert("QXFILE", "QXFileID, QXFileName", {{100, nul}});
         SqlDataAccess access(repo.Location());
         TQXTableRef files = access.GetTableRef(QStringLiteral("QXFILE"));
         TQXFieldRef id = access.GetFieldRef(files, QStringLiteral("QXFileID"));
@@ -81,21 +96,20 @@ private slots:
         access.SetFieldValue(files, name, QStringLiteral("NEW%1%2'.CBL"));
         QVERIFY(access.SelectRecords(files, where::TextEquals("QXFileName", "NEW%1%2'.CBL")));
         QCOMPARE(VariantToInt(access.GetFieldValue(files, id)), Names.indexOf("PLAIN.CBL") + 1);
+        QVERIFY(!access.SelectRecords(files, where::TextEquals("QXFileName", nul)));
+        QVERIFY(!access.SelectRecords(files, "Upper(QXFileName) LIKE " + where::LikePrefix(nul)));
+        QVERIFY(access.SelectRecords(files, QString()));
+        QVERIFY(!access.LocateRecord(files, QStringLiteral("QXFileName"), {nul}, 1));
+        QCOMPARE(SqlLiteral(nul), QStringLiteral("NULL"));
     }
 
     // A base name found through "Upper(QXFileName) LIKE" finds exactly the
     // names that begin with it once upper-cased as the view does: every
     // letter folded, "ß" kept, "_", "%" and "\\" taken as they stand.
-    void upperAndPrefixesMatchTheViewsFolding_data() { namesSelectTheirOwnRecords_data(); }
     void upperAndPrefixesMatchTheViewsFolding() {
-        QFETCH(int, backend);
-        if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
-            QSKIP("no PostgreSQL server");
+        QFETCH_GLOBAL(int, backend);
         TestRepository repo{Backend(backend)};
-        QList<QVariantList> rows;
-        for (int i = 0; i < BaseNames.size(); ++i)
-            rows.append({i + 1, BaseNames[i]});
-        repo.Insert("QXFILE", "QXFileID, QXFileName", rows);
+        InsertFiles(repo, BaseNames);
         QSqlDatabase db = repo.Db();
 
         QStringList folded;
@@ -131,28 +145,6 @@ private slots:
             QCOMPARE(Column(db, "SELECT QXFileName FROM QXFILE WHERE Upper(QXFileName) LIKE " +
                                     where::LikePrefix(where::UpperCase(prefix))),
                      names);
-    }
-
-    // A NUL cannot be written into a statement (and PostgreSQL cannot store
-    // it): a value holding one finds nothing, neither its own record nor the
-    // one named like its part before the NUL.
-    void aNulFindsNothing_data() { namesSelectTheirOwnRecords_data(); }
-    void aNulFindsNothing() {
-        QFETCH(int, backend);
-        if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
-            QSKIP("no PostgreSQL server");
-        TestRepository repo{Backend(backend)};
-        const QString nul = QStringLiteral("PAY") + QChar(0) + QStringLiteral("X.CBL");
-        repo.Insert("QXFILE", "QXFileID, QXFileName", {{1, "PAY"}, {2, "PAY.CBL"}});
-        if (backend == int(Backend::SQLite))
-            repo.Insert("QXFILE", "QXFileID, QXFileName", {{3, nul}});
-        SqlDataAccess access(repo.Location());
-        TQXTableRef files = access.GetTableRef(QStringLiteral("QXFILE"));
-        QVERIFY(!access.SelectRecords(files, where::TextEquals("QXFileName", nul)));
-        QVERIFY(!access.SelectRecords(files, "Upper(QXFileName) LIKE " + where::LikePrefix(nul)));
-        QVERIFY(access.SelectRecords(files, QString()));
-        QVERIFY(!access.LocateRecord(files, QStringLiteral("QXFileName"), {nul}, 1));
-        QCOMPARE(SqlLiteral(nul), QStringLiteral("NULL"));
     }
 };
 

@@ -3,10 +3,13 @@
 // Every view of a repository and how to compare the trees they show.
 #include "driver/ViewDriver.h"
 #include "platform/TreeControl.h"
+#include "repository/Errors.h"
 #include "repository/ViewSettings.h"
 #include "support/TreeTexts.h"
 
 #include <QStringList>
+
+#include <memory>
 
 // Both types and directions on every level, and the option box checked
 // where it is shown: 34 views.
@@ -41,4 +44,15 @@ inline QStringList Dump(TQXTreeControl& tree) {
                      QString::number(node->ImageIndex()) + '|' + ItemId(node) +
                      (TQXTreeControl::HasPlaceholder(node) ? "|+" : "|");
     return lines;
+}
+
+// A view of the repository with every node opened.
+inline std::unique_ptr<TQXViewDriver> FullyOpened(const QString& repository,
+                                                  const TQXViewSettings& settings) {
+    auto driver = std::make_unique<TQXViewDriver>(repository);
+    driver->Apply(settings);
+    driver->Refresh();
+    if (!driver->ExpandToDepth(1000, 20000))
+        throw EQXError(Describe(settings) + QStringLiteral(": more than 20000 nodes"));
+    return driver;
 }

@@ -10,16 +10,15 @@
 
 class SilentServer {
 public:
-    SilentServer() : FSocket(::socket(AF_INET, SOCK_STREAM, 0)) {
+    SilentServer() {
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t size = sizeof address;
-        if (FSocket < 0 || ::bind(FSocket, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
-            ::listen(FSocket, 16) != 0 ||
-            ::getsockname(FSocket, reinterpret_cast<sockaddr*>(&address), &size) != 0)
-            return;
-        FPort = ntohs(address.sin_port);
+        auto* any = reinterpret_cast<sockaddr*>(&address);
+        if (FSocket >= 0 && ::bind(FSocket, any, size) == 0 && ::listen(FSocket, 16) == 0 &&
+            ::getsockname(FSocket, any, &size) == 0)
+            FPort = ntohs(address.sin_port);
     }
     ~SilentServer() {
         if (FSocket >= 0)
@@ -32,6 +31,6 @@ public:
     int Port() const { return FPort; }
 
 private:
-    int FSocket;
+    const int FSocket = ::socket(AF_INET, SOCK_STREAM, 0);
     int FPort = 0;
 };

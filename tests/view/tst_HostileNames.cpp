@@ -12,15 +12,11 @@
 #include "support/TestRepository.h"
 #include "support/TreeTexts.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QtTest>
-
-#include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -106,32 +102,27 @@ void FillEstate(TestRepository& repo, bool hostile) {
     BuildSampleEstate(db, SampleEstateOptions{});
     for (int i = 0; i < FamilyFiles.size(); ++i) {
         const QString file = FamilyFiles[i];
-        const QString base = file.section('.', 0, 0);
         const bool program = file.endsWith(".CBL");
-        const QString parent = FamilyNames[i / 3].first;
-        QSqlQuery insert(db);
-        insert.prepare(
-            "INSERT INTO QXFILE (QXFileID, QXSystemID, QXComputerID, QXApplicationID, "
-            "QXLanguageID, QXFileName) SELECT ?, QXSystemID, QXComputerID, "
-            "QXApplicationID, QXLanguageID, ? FROM QXFILE WHERE QXFileName = 'ACCT.CBL'");
-        insert.addBindValue(9001 + i);
-        insert.addBindValue(file);
-        Run(insert);
-        const QString name = program ? base : base + "-REC";
+        const QString name = file.section('.', 0, 0) + (program ? "" : "-REC");
+        repo.Exec("INSERT INTO QXFILE (QXFileID, QXSystemID, QXComputerID, QXApplicationID, "
+                  "QXLanguageID, QXFileName) SELECT " +
+                  QString::number(9001 + i) +
+                  ", QXSystemID, QXComputerID, QXApplicationID, QXLanguageID, '" + file +
+                  "' FROM QXFILE WHERE QXFileName = 'ACCT.CBL'");
         repo.Insert("QXOBJECT",
                     "QXFileID, QXObjectID, QXObjectName, QXObjectIdentifier, QXObjectType, "
                     "QXIcon, QXSubObjectParentName",
                     {{9001 + i, 1, name, name, program ? "COBOL Program" : "Record Layout",
-                      program ? 52 : 18, program ? QString("") : parent}});
+                      program ? 52 : 18, program ? QString("") : FamilyNames[i / 3].first}});
     }
     if (!hostile)
         return;
     QVERIFY(db.transaction());
     for (const auto& [table, columns] : TextColumns) {
         QSqlQuery select(db);
-        select.prepare(QStringLiteral("SELECT QXSeq, ") + columns.join(", ") +
-                       (table == QLatin1String("QXFILE") ? ", QXFileID" : "") + " FROM " + table);
-        Run(select);
+        QVERIFY(select.exec(QStringLiteral("SELECT QXSeq, ") + columns.join(", ") +
+                            (table == QLatin1String("QXFILE") ? ", QXFileID" : "") + " FROM " +
+                            table));
         QList<QVariantList> rows;
         while (select.next()) {
             QVariantList row;
@@ -175,35 +166,12 @@ QStringList Shape(const TQXTreeControl& tree) {
     return paths;
 }
 
-// The first line of either sorted list that the other lacks.
-QString FirstDifference(const QStringList& actual, const QStringList& expected) {
-    QStringList missing, extra;
-    std::set_difference(expected.begin(), expected.end(), actual.begin(), actual.end(),
-                        std::back_inserter(missing));
-    std::set_difference(actual.begin(), actual.end(), expected.begin(), expected.end(),
-                        std::back_inserter(extra));
-    return missing.isEmpty() ? QStringLiteral("extra: ") + extra.value(0)
-                             : QStringLiteral("missing: ") + missing.value(0);
-}
-
-QByteArray FileHash(const QString& path) {
+QByteArray Bytes(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
-
-// A view of the repository with every node opened.
-std::unique_ptr<TQXViewDriver> Opened(const QString& repository, const TQXViewSettings& settings) {
-    auto driver = std::make_unique<TQXViewDriver>(repository);
-    driver->Apply(settings);
-    driver->Refresh();
-    if (!driver->ExpandToDepth(1000, 20000))
-        throw EQXError(Describe(settings) + QStringLiteral(": more than 20000 nodes"));
-    return driver;
-}
 
 class TestHostileNames : public QObject {
     Q_OBJECT
@@ -223,26 +191,26 @@ private slots:
             FillEstate(*postgres, true);
         if (QTest::currentTestFailed())
             return;
-        const QByteArray hash = FileHash(sqlite.Location());
-        QVERIFY(!hash.isEmpty());
+        const QByteArray bytes = Bytes(sqlite.Location());
+        QVERIFY(!bytes.isEmpty());
 
         const QList<TQXViewSettings> views = EveryView();
         QCOMPARE(views.size(), 34);
         for (const TQXViewSettings& settings : views) {
             const QString view = Describe(settings);
-            const auto plainView = Opened(plain.Location(), settings);
-            const auto hostileView = Opened(sqlite.Location(), settings);
-            const QStringList expected = Shape(plainView->Tree());
+            const auto hostileView = FullyOpened(sqlite.Location(), settings);
+            const QStringList expected = Shape(FullyOpened(plain.Location(), settings)->Tree());
             const QStringList shape = Shape(hostileView->Tree());
-            QVERIFY2(!expected.isEmpty(), qPrintable(view));
-            QVERIFY2(shape == expected,
-                     qPrintable(view + QStringLiteral(", ") + FirstDifference(shape, expected)));
+            if (shape != expected || expected.isEmpty())
+                qWarning("%s", qPrintable(view));
+            QVERIFY(!expected.isEmpty());
+            QCOMPARE(shape, expected);
             if (postgres)
-                QVERIFY2(Dump(Opened(postgres->Location(), settings)->Tree()) ==
+                QVERIFY2(Dump(FullyOpened(postgres->Location(), settings)->Tree()) ==
                              Dump(hostileView->Tree()),
                          qPrintable(view + QStringLiteral(": SQLite and PostgreSQL differ")));
         }
-        QCOMPARE(FileHash(sqlite.Location()), hash);
+        QVERIFY(Bytes(sqlite.Location()) == bytes);
     }
 
     // SQLite stores a NUL in a text; a where text cannot carry it, so the
@@ -260,7 +228,7 @@ private slots:
             QVERIFY(update.numRowsAffected() > 0);
         }
         for (const TQXViewSettings& settings : EveryView())
-            QVERIFY(Opened(sqlite.Location(), settings)->Tree().RootCount() > 0);
+            QVERIFY(FullyOpened(sqlite.Location(), settings)->Tree().RootCount() > 0);
     }
 };
 
