@@ -11,7 +11,7 @@
 #include "platform/ScriptedUIServices.h"
 #include "repository/Errors.h"
 #include "repository/TreeItems.h"
-#include "support/ErrorOf.h"
+#include "support/Failure.h"
 #include "support/NullDataAccess.h"
 
 #include <QAction>
@@ -91,10 +91,11 @@ private slots:
 
         // Unusable connections fail with their reason.
         host.SetConnection("Broken", "/data/broken.kvdb");
-        QCOMPARE(ErrorOf([&] { host.GetDataAccess(""); }), QString("No Source Database chosen"));
-        QCOMPARE(ErrorOf([&] { host.GetDataAccess("Nowhere"); }),
+        QCOMPARE(FailureOf([&] { host.GetDataAccess(""); }).Message,
+                 QString("No Source Database chosen"));
+        QCOMPARE(FailureOf([&] { host.GetDataAccess("Nowhere"); }).Message,
                  QString("Source Database \"Nowhere\" is not configured"));
-        QCOMPARE(ErrorOf([&] { host.GetDataAccess("Broken"); }),
+        QCOMPARE(FailureOf([&] { host.GetDataAccess("Broken"); }).Message,
                  QString("unable to open database file"));
         QVERIFY(!host.IsOpen("Broken")); // tried again on the next request
     }
@@ -246,9 +247,9 @@ private slots:
             QCOMPARE(form->ConnectionName(), QString("Estate"));
         }
         QVERIFY(!TQXFormRegistry::IsRegistered("TQXPlainForm"));
-        QCOMPARE(ErrorOf([&] {
+        QCOMPARE(FailureOf([&] {
                      TQXFormRegistry::Create("TQXPlainForm", nullptr, 1, &host, "", "", "");
-                 }),
+                 }).Message,
                  QString("Class TQXPlainForm not found"));
     }
 };

@@ -11,7 +11,7 @@
 
 #include "repository/Errors.h"
 #include "sqlaccess/RepositorySchema.h"
-#include "support/ErrorOf.h"
+#include "support/Failure.h"
 #include "support/TestRepository.h"
 
 #include <QCryptographicHash>
@@ -324,15 +324,17 @@ private slots:
                                   QStringLiteral("       01  BROKEN.\n           05  B PIC.")),
                       TTarget{2, 1, 0}});
         auto program = [&](const char* statement) {
-            return ErrorOf([&] {
-                const QString text =
-                    QStringLiteral("       IDENTIFICATION DIVISION.\n       PROGRAM-ID. BAD.\n     "
-                                   "  PROCEDURE DIVISION.\n%1\n       END PROGRAM BAD.")
-                        .arg(QLatin1String(statement));
-                TCobolProgram(estate, file, random, info, library)
-                    .WriteProgram(TEstateText(QStringLiteral("estate/BAD.cbl"), text, "-1"),
-                                  TRules{});
-            });
+            return FailureOf([&] {
+                       const QString text =
+                           QStringLiteral(
+                               "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. BAD.\n     "
+                               "  PROCEDURE DIVISION.\n%1\n       END PROGRAM BAD.")
+                               .arg(QLatin1String(statement));
+                       TCobolProgram(estate, file, random, info, library)
+                           .WriteProgram(TEstateText(QStringLiteral("estate/BAD.cbl"), text, "-1"),
+                                         TRules{});
+                   })
+                .Message;
         };
         const QString bad = "Sample estate: estate/BAD.cbl line 4: ";
         const QString unclosed = program("           MOVE [A TO [B]");
@@ -343,10 +345,11 @@ private slots:
                  bad + "estate/BROKEN.cpy line 2: not a data description entry: 05  B PIC.");
         const QString java = "package p;\nclass A {\n    void f() {\n        [>f]();\n    }\n}";
         QCOMPARE(
-            ErrorOf(
-                [&] { sample::WriteJava(estate, 1, TEstateText("estate/A.java", java), 1, 2); }),
+            FailureOf([&] {
+                sample::WriteJava(estate, 1, TEstateText("estate/A.java", java), 1, 2);
+            }).Message,
             QString("Sample estate: estate/A.java line 4: a call word without a note //@ calls"));
-        QCOMPARE(ErrorOf([] { TEstateText::Load("suite/NOSUCH.cbl"); }),
+        QCOMPARE(FailureOf([] { TEstateText::Load("suite/NOSUCH.cbl"); }).Message,
                  QString("Sample estate: the resource estate/suite/NOSUCH.cbl is missing"));
     }
 

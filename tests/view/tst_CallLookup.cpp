@@ -2,7 +2,7 @@
 // of item in both directions, their order, and how failures are reported.
 #include "repository/Errors.h"
 #include "sqlaccess/SqlDataAccess.h"
-#include "support/ErrorOf.h"
+#include "support/Failure.h"
 #include "support/TestRepository.h"
 #include "view/CallLookup.h"
 
@@ -93,8 +93,10 @@ private slots:
         TQXTableHandleSet unbound;
         TQXCallLookup::Cache cache;
         TQXCallLookup lookup(*FAccess, unbound, cache);
-        const QString error = ErrorOf(
-            [&] { lookup.GetDependencies(paycalc, TQXDirection::BottomUp, false, false, FList); });
+        const QString error =
+            FailureOf([&] {
+                lookup.GetDependencies(paycalc, TQXDirection::BottomUp, false, false, FList);
+            }).Message;
         QVERIFY2(error.startsWith("TQXView.GetDependencies: ") && error.endsWith('\r'),
                  qPrintable(error));
     }

@@ -6,7 +6,7 @@
 #include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
-#include "support/ErrorOf.h"
+#include "support/Failure.h"
 #include "support/NullDataAccess.h"
 #include "support/TreeTexts.h"
 #include "view/View.h"
@@ -192,7 +192,8 @@ private slots:
         QCOMPARE(menus, QStringList({"File1", "Edit1", "View1", "Filter1", "Tracks1", "Window1"}));
         QVERIFY(!view->mnuView.FindItem("AutoCompleteTrack1")->isEnabled());
         QVERIFY(!view->mnuView.FindItem("AddTrack1")->isEnabled());
-        const QString error = ErrorOf([] { TQXView(nullptr, 1, nullptr, "View 1", "Estate", ""); });
+        const QString error =
+            FailureOf([] { TQXView(nullptr, 1, nullptr, "View 1", "Estate", ""); }).Message;
         QVERIFY2(error.startsWith("TQXView.Create: ") && error.endsWith('\r'), qPrintable(error));
     }
 
