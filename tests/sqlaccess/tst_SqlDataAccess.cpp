@@ -55,17 +55,12 @@ private:
     }
 
 private slots:
-    void initTestCase_data() {
-        QTest::addColumn<int>("backend");
-        QTest::newRow("sqlite") << int(Backend::SQLite);
-        QTest::newRow("postgresql") << int(Backend::PostgreSQL);
-    }
+    void initTestCase_data() { TestRepository::AddBackendRows(); }
     // A fresh repository on the backend of the current data row.
     void init() {
-        QFETCH_GLOBAL(int, backend);
-        if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
+        if (!TestRepository::Usable(TestRepository::CurrentBackend()))
             QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
-        FRepo = std::make_unique<TestRepository>(Backend(backend));
+        FRepo = std::make_unique<TestRepository>(TestRepository::CurrentBackend());
     }
     void cleanup() {
         FAccess.reset();

@@ -50,15 +50,10 @@ class TestStatementText : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase_data() {
-        QTest::addColumn<int>("backend");
-        QTest::newRow("sqlite") << int(Backend::SQLite);
-        QTest::newRow("postgresql") << int(Backend::PostgreSQL);
-    }
+    void initTestCase_data() { TestRepository::AddBackendRows(); }
     void init() {
-        QFETCH_GLOBAL(int, backend);
-        if (backend == int(Backend::PostgreSQL) && !TestRepository::PostgreSQLAvailable())
-            QSKIP("no PostgreSQL server");
+        if (!TestRepository::Usable(TestRepository::CurrentBackend()))
+            QSKIP("PostgreSQL not configured (KV_TEST_PG unset)");
     }
 
     void namesSelectTheirOwnRecords() {

@@ -8,6 +8,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStringList>
+#include <QTest>
 
 namespace {
 int NextNumber() {
@@ -22,6 +23,21 @@ QString PostgreSQLBase() {
 
 bool TestRepository::PostgreSQLAvailable() {
     return !PostgreSQLBase().isEmpty();
+}
+
+void TestRepository::AddBackendRows() {
+    QTest::addColumn<int>("backend");
+    for (Backend backend : {Backend::SQLite, Backend::PostgreSQL})
+        QTest::newRow(qPrintable(BackendName(backend))) << int(backend);
+}
+
+TestRepository::Backend TestRepository::CurrentBackend() {
+    QFETCH_GLOBAL(int, backend);
+    return Backend(backend);
+}
+
+bool TestRepository::Usable(Backend backend) {
+    return backend == Backend::SQLite || PostgreSQLAvailable();
 }
 
 QString TestRepository::BackendName(Backend backend) {

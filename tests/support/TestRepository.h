@@ -16,6 +16,12 @@ public:
 
     static bool PostgreSQLAvailable();
     static QString BackendName(Backend backend);
+    // For tests whose every case runs on both databases: the global data
+    // rows (initTestCase_data), the current row's backend, and whether it
+    // can run here (a case skips when it cannot).
+    static void AddBackendRows();
+    static Backend CurrentBackend();
+    static bool Usable(Backend backend);
 
     explicit TestRepository(Backend backend = Backend::SQLite);
     ~TestRepository();
