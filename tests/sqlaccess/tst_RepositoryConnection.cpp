@@ -81,7 +81,8 @@ private slots:
             {"dbname=e password='unterminated", "unterminated quoted string"},
             {"dbname=e options='-c a=1;b'", "the value of options holds a ';'"},
         };
-        for (const auto& [text, reason] : invalid) {
+        for (const auto& [given, reason] : invalid) {
+            const QString text = given; // Clang before 16 cannot capture a structured binding
             const Failure failure = FailureOf([&] { RepositoryLocation::Parse(text); });
             QVERIFY2(failure.Message.startsWith("Invalid PostgreSQL connection string: ") &&
                          failure.Message.contains(reason),
