@@ -71,16 +71,24 @@ template <class Entry> void SortApart(std::vector<Entry>& entries, std::vector<q
         seqs[i] = entries[i].seq;
 }
 
+// Compares an entry with a key either way round, for equal_range.
+struct ByKey {
+    template <class Entry, class Key>
+    bool operator()(const Entry& entry, const Key& key) const requires requires {
+        entry.key;
+    }
+    { return entry.key < key; }
+    template <class Key, class Entry>
+    bool operator()(const Key& key, const Entry& entry) const requires requires {
+        entry.key;
+    }
+    { return key < entry.key; }
+};
+
 template <class Entry, class Key>
 std::span<const qint64> Range(const std::vector<Entry>& entries, const std::vector<qint64>& seqs,
                               const Key& key) {
-    const auto [first, last] =
-        std::equal_range(entries.begin(), entries.end(), key, [](const auto& a, const auto& b) {
-            if constexpr (std::is_same_v<std::decay_t<decltype(a)>, Entry>)
-                return a.key < b;
-            else
-                return a < b.key;
-        });
+    const auto [first, last] = std::equal_range(entries.begin(), entries.end(), key, ByKey{});
     return std::span<const qint64>(seqs).subspan(static_cast<size_t>(first - entries.begin()),
                                                  static_cast<size_t>(last - first));
 }

@@ -188,9 +188,8 @@ void SqlTable::PositionOnKey(qint64 key, std::optional<QVector<QVariant>> row) {
     FLocatedRow = std::move(row);
 }
 
-SqlTable::LocateState& SqlTable::StateFor(const QStringList& keys) {
-    if (&keys != &FLastLocateKeys)
-        return FLocates[keys.join(QLatin1Char(';')).toUpper()];
+// The locate state of the key columns KeysOf parsed last.
+SqlTable::LocateState& SqlTable::CurrentLocateState() {
     return FLocates[FLastLocateStateKey];
 }
 
@@ -221,7 +220,7 @@ bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, b
     if (!FSelected)
         Select(QString());
 
-    LocateState& state = StateFor(keys);
+    LocateState& state = CurrentLocateState();
     if (!next)
         ++state.lookups;
     if (!state.index && !state.tooLarge && state.lookups > DirectLookups) {

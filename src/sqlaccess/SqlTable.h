@@ -68,7 +68,7 @@ private:
     void Remember(const QString& where, const QVector<QVector<QVariant>>& rows);
     void Forget();
     const QVector<QVariant>& CurrentRow() const;
-    LocateState& StateFor(const QStringList& keys);
+    LocateState& CurrentLocateState();
     const QStringList& KeysOf(const QString& keyFields);
     bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
                                std::optional<qint64> after);

@@ -124,6 +124,14 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
     return true;
 }
 
+// The system, computer and application of QXFILE's current record.
+TQXCallLookup::Cache::Grouping TQXCallLookup::CurrentFileGrouping() {
+    using namespace qx::QXFILE;
+    return {FRecords.Int(qx::Table::QXFILE, QXSystemID),
+            FRecords.Int(qx::Table::QXFILE, QXComputerID),
+            FRecords.Int(qx::Table::QXFILE, QXApplicationID)};
+}
+
 // The file's system, computer or application is the item's own (all three
 // compared, also where the item holds 0). A missing file is not.
 bool TQXCallLookup::SameGrouping(qint32 fileID, const TQXItem& item) {
@@ -132,9 +140,7 @@ bool TQXCallLookup::SameGrouping(qint32 fileID, const TQXItem& item) {
     if (cached == FCache.FGroupings.end()) {
         std::optional<Cache::Grouping> grouping;
         if (FRecords.Select(qx::Table::QXFILE, where::Keys({{"QXFileID", fileID}})))
-            grouping = Cache::Grouping{FRecords.Int(qx::Table::QXFILE, QXSystemID),
-                                       FRecords.Int(qx::Table::QXFILE, QXComputerID),
-                                       FRecords.Int(qx::Table::QXFILE, QXApplicationID)};
+            grouping = CurrentFileGrouping();
         cached = FCache.FGroupings.emplace(fileID, grouping).first;
     }
     const std::optional<Cache::Grouping>& grouping = cached->second;
@@ -331,10 +337,7 @@ void TQXCallLookup::ReadGroupings(const QList<qint32>& fileIDs) {
             do {
                 const qint32 fileID = FRecords.Int(qx::Table::QXFILE, QXFileID);
                 if (!FCache.FGroupings.contains(fileID))
-                    FCache.FGroupings.emplace(
-                        fileID, Cache::Grouping{FRecords.Int(qx::Table::QXFILE, QXSystemID),
-                                                FRecords.Int(qx::Table::QXFILE, QXComputerID),
-                                                FRecords.Int(qx::Table::QXFILE, QXApplicationID)});
+                    FCache.FGroupings.emplace(fileID, CurrentFileGrouping());
             } while (FRecords.Next(qx::Table::QXFILE));
         for (qint32 fileID : chunk)
             FCache.FGroupings.try_emplace(fileID, std::nullopt);

@@ -87,6 +87,7 @@ private:
                  TDependencies& list);
     bool BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst, TDependencies& list);
     bool SameGrouping(qint32 fileID, const TQXItem& item);
+    Cache::Grouping CurrentFileGrouping();
     bool InSamePackage(qint32 fileID, qint32 objectID, const TQXItem& item);
     bool IsWholeObjectCallToDrop(qint32 fileID, qint32 objectID);
     Call ReadCall(TQXTableRef dataSet);
