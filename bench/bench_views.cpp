@@ -1,19 +1,25 @@
 // The views on estates of several sizes, through the very view the host
 // shows (off screen): refresh of every level in both view types, single node
 // expansions, and opening many nodes of a Dependencies tree breadth first.
-// Prints medians, 95th percentiles and database round trips per operation.
+// Prints medians, 95th percentiles and database round trips per operation;
+// each refresh beside its floor (ViewFloors.h) with the ratio, and the peak
+// resident memory of each case.
 //
 //   bench_views [--runs N] [--expansions N] [--bfs N] [--limit N] [--bfs-only] [--reference]
-//               REPOSITORY...
+//               [--only TYPE/LEVEL] REPOSITORY...
 #include "BenchStats.h"
+#include "ViewFloors.h"
 
 #include "driver/ViewDriver.h"
 #include "platform/TreeControl.h"
 #include "repository/Errors.h"
+#include "repository/TreeItems.h"
+#include "sqlaccess/RepositoryConnection.h"
 #include "view/View.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QFileInfo>
 
 #include <deque>
@@ -25,10 +31,56 @@ struct Options {
     int expansions = 20;
     int breadthFirst = 1000;
     QString limit = QStringLiteral("100");
+    QString only; // "Type/Level": that case alone
 };
 
 QString Ms(double value) {
     return QString::number(value, 'f', value < 10 ? 2 : 1);
+}
+
+// Peak resident memory (Linux): reset before a case, read after it.
+void ResetPeakRss() {
+    QFile refs(QStringLiteral("/proc/self/clear_refs"));
+    if (refs.open(QIODevice::WriteOnly))
+        refs.write("5");
+}
+
+QString PeakRssMb() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return QStringLiteral("?");
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return QString::number(line.mid(6).trimmed().split(' ').front().toDouble() / 1024.0,
+                                   'f', 0);
+    return QStringLiteral("?");
+}
+
+// The ids of the root nodes that carry an item, sorted.
+QStringList RootIds(TQXTreeControl& tree) {
+    QStringList ids;
+    for (int i = 0; i < tree.RootCount(); ++i)
+        if (const auto* item = tree.Root(i)->ItemAs<TQXItem>())
+            ids << item->GetItemID();
+    ids.sort();
+    return ids;
+}
+
+// The floor's median, its ratio to the refresh, and whether it found the
+// same root nodes.
+QString FloorColumns(const TQXViewSettings& settings, QSqlDatabase* db, int runs, int limit,
+                     double refreshMedian, TQXTreeControl& tree) {
+    const std::optional<ViewFloor> floor =
+        db != nullptr ? ViewFloor::For(settings, limit, IsPostgreSQL(*db)) : std::nullopt;
+    if (!floor)
+        return QStringLiteral("- | - | ");
+    QStringList ids;
+    const BenchSamples samples = Measure(runs, [&] { ids = floor->Run(*db); });
+    ids.sort();
+    const QString same = ids == RootIds(tree) ? QString() : QStringLiteral(" (other nodes!)");
+    return Ms(samples.Median()) + same + QStringLiteral(" | ") +
+           QString::number(refreshMedian / std::max(samples.Median(), 0.001), 'f', 1) +
+           QStringLiteral(" | ");
 }
 
 // Root nodes that can still be opened.
@@ -40,23 +92,34 @@ QList<TQXTreeNode*> Expandable(TQXTreeControl& tree, int most) {
     return nodes;
 }
 
-void BenchLevels(TQXViewDriver& driver, const QString& label, const Options& options) {
+void BenchLevels(TQXViewDriver& driver, QSqlDatabase* floorDb, const QString& label,
+                 const Options& options) {
     for (bool dependencies : {false, true}) {
         for (const QString& level : level::Names()) {
             if (dependencies && level == QLatin1String("Data"))
                 continue; // the Dependencies view has no Data level yet
+            const QString name =
+                (dependencies ? QStringLiteral("Dependencies/") : QStringLiteral("Distribution/")) +
+                level;
+            if (!options.only.isEmpty() && options.only.compare(name, Qt::CaseInsensitive) != 0)
+                continue;
             TQXViewSettings settings;
             settings.Type = dependencies ? TQXViewType::Dependencies : TQXViewType::Distribution;
             settings.Level = *level::FromName(level);
             settings.LimitText = options.limit;
             driver.Apply(settings);
             qint64 trips = 0;
+            ResetPeakRss();
             const BenchSamples refresh = Measure(options.runs, [&] {
                 const qint64 before = driver.RoundTrips();
                 driver.Refresh();
                 trips = driver.RoundTrips() - before;
             });
+            const QString refreshRss = PeakRssMb();
             const int roots = driver.Tree().RootCount();
+            const QString floor =
+                FloorColumns(settings, floorDb, options.runs, options.limit.toInt(),
+                             refresh.Median(), driver.Tree());
             BenchSamples expand;
             qint64 expandTrips = 0;
             const QList<TQXTreeNode*> nodes = Expandable(driver.Tree(), options.expansions);
@@ -67,7 +130,8 @@ void BenchLevels(TQXViewDriver& driver, const QString& label, const Options& opt
             }
             Out() << "| " << label << " | " << (dependencies ? "Dependencies" : "Distribution")
                   << " | " << level << " | " << roots << " | " << Ms(refresh.Median()) << " | "
-                  << Ms(refresh.P95()) << " | " << trips << " | " << nodes.size() << " | "
+                  << Ms(refresh.P95()) << " | " << floor << trips << " | " << refreshRss << " | "
+                  << nodes.size() << " | "
                   << (nodes.isEmpty() ? QStringLiteral("-") : Ms(expand.Median())) << " | "
                   << (nodes.isEmpty() ? QStringLiteral("-") : Ms(expand.P95())) << " | "
                   << (nodes.isEmpty() ? 0 : expandTrips / nodes.size()) << " |\n";
@@ -125,6 +189,7 @@ int main(int argc, char** argv) {
     parser.addOption({"bfs", "Nodes opened breadth first.", "n", "1000"});
     parser.addOption({"limit", "Root-item limit.", "n", "100"});
     parser.addOption({"bfs-only", "Only the breadth-first opening."});
+    parser.addOption({"only", "Only this case, e.g. Dependencies/Application.", "type/level"});
     parser.addOption({"reference", "The record-by-record reference path."});
     parser.process(app);
     if (parser.positionalArguments().isEmpty())
@@ -134,11 +199,13 @@ int main(int argc, char** argv) {
     options.expansions = parser.value("expansions").toInt();
     options.breadthFirst = parser.value("bfs").toInt();
     options.limit = parser.value("limit");
+    options.only = parser.value("only");
     const TQXReadPath path =
         parser.isSet("reference") ? TQXReadPath::Reference : TQXReadPath::SetBased;
-    Out() << "| estate | view | level | root nodes | refresh median ms | p95 ms | round trips "
-             "| nodes opened | open median ms | p95 ms | round trips per open |\n"
-             "|---|---|---|---|---|---|---|---|---|---|---|\n";
+    Out() << "| estate | view | level | root nodes | refresh median ms | p95 ms | floor ms | "
+             "ratio | round trips | peak RSS MB | nodes opened | open median ms | p95 ms | round "
+             "trips per open |\n"
+             "|---|---|---|---|---|---|---|---|---|---|---|---|---|---|\n";
     try {
         for (const QString& repository : parser.positionalArguments()) {
             if (parser.isSet("bfs-only"))
@@ -148,9 +215,16 @@ int main(int argc, char** argv) {
                                       : repository;
             TQXViewDriver driver(repository);
             driver.View().SetReadPath(path);
-            BenchLevels(driver, label, options);
+            {
+                QSqlDatabase floorDb =
+                    OpenRepositoryDatabase(RepositoryLocation::Parse(repository), "floor");
+                BenchLevels(driver, &floorDb, label, options);
+            }
+            CloseRepositoryDatabase(QStringLiteral("floor"));
         }
         for (const QString& repository : parser.positionalArguments()) {
+            if (options.breadthFirst <= 0)
+                break;
             TQXViewDriver driver(repository);
             driver.View().SetReadPath(path);
             BenchBreadthFirst(driver, QFileInfo(repository).completeBaseName(), options);

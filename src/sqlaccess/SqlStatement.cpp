@@ -8,6 +8,8 @@
 #include <QSqlError>
 #include <QSqlRecord>
 
+#include <cstdio>
+
 namespace {
 
 // The server's own words, without the position and code that follow them:
@@ -37,6 +39,13 @@ SqlError ErrorOf(const QSqlError& error) {
         message = QStringLiteral("The database refused the statement");
     return SqlError(message, error.nativeErrorCode());
 }
+// KORVANE_TRACE_SQL=1 writes every statement to stderr, for finding where
+// round trips go.
+bool Tracing() {
+    static const bool tracing = qEnvironmentVariableIntValue("KORVANE_TRACE_SQL") != 0;
+    return tracing;
+}
+
 } // namespace
 
 SqlStatement::SqlStatement(const QSqlDatabase& db, qint64& roundTrips)
@@ -69,6 +78,9 @@ QSqlQuery SqlStatement::Run(const QString& sql, const QVariantList& values,
     QSqlQuery query(FDb);
     query.setForwardOnly(true);
     ++FRoundTrips;
+    if (Tracing())
+        std::fprintf(stderr, "sql: %s %s\n", qPrintable(sql),
+                     qPrintable(QVariant(values).toStringList().join(QLatin1Char(','))));
     bool ok = false;
     if (values.isEmpty()) {
         ok = query.exec(sql);

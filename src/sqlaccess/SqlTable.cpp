@@ -8,8 +8,13 @@
 #include <algorithm>
 
 namespace {
-// Lookups answered by the database before the selection gets an index.
+// Lookups answered by the database before an index is considered.
 constexpr int DirectLookups = 24;
+// A selection is indexed only when it holds at most this many records per
+// lookup made so far: reading a record into the index costs a small part
+// of a lookup in the database, so an index pays off only for dense lookups,
+// and a refresh that looks up a hundred keys never reads a whole table.
+constexpr qsizetype RecordsPerLookup = 256;
 // Selections larger than this are never indexed; lookups stay in the database.
 constexpr qsizetype LargestIndex = 2'000'000;
 // Small selections remembered per table.
@@ -223,34 +228,49 @@ bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, b
     LocateState& state = CurrentLocateState();
     if (!next)
         ++state.lookups;
-    if (!state.index && !state.tooLarge && state.lookups > DirectLookups) {
-        // Read in any order (a PostgreSQL selection sorted by ctid would be
-        // sorted whole); the index keeps each key's records in record order.
-        auto index = std::make_unique<LocateIndex>();
-        QString columns = FOrder->KeyExpression();
-        for (const QString& key : keys)
-            columns += QStringLiteral(", ") + key;
-        SqlStatement statement(FDb, FRoundTrips);
-        statement.ForEachRow(
-            QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + FName +
-                QStringLiteral(" WHERE ") + SelectionCondition(),
-            [&, values = QVariantList(keys.size())](const QSqlQuery& query) mutable {
-                for (int i = 0; i < keys.size(); ++i)
-                    values[i] = query.value(i + 1);
-                index->Add(values, FOrder->KeyOf(query.value(0)));
-                return index->Size() <= LargestIndex;
-            });
-        if (index->Size() > LargestIndex) {
-            state.tooLarge = true;
-        } else {
-            index->Finish();
-            state.index = std::move(index);
-        }
-    }
+    if (!state.index && !state.tooLarge && state.lookups > DirectLookups &&
+        state.lookups >= state.nextTry)
+        TryIndex(state, keys);
     if (state.index)
         return LocateThroughIndex(state, keyValues, next);
     return LocateThroughDatabase(keys, keyValues,
                                  next && FHasCurrent ? std::optional(FCurrentKey) : std::nullopt);
+}
+
+// Indexes the selection when it is small enough for the lookups made so
+// far; otherwise tries again when their number has doubled. The size is
+// counted only up to the bound, so a large selection costs little to refuse.
+void SqlTable::TryIndex(LocateState& state, const QStringList& keys) {
+    const qsizetype bound = std::min(state.lookups * RecordsPerLookup, LargestIndex);
+    state.nextTry = state.lookups * 2;
+    SqlStatement counting(FDb, FRoundTrips);
+    const auto counted = counting.ReadAll(QStringLiteral("SELECT COUNT(*) FROM (SELECT 1 FROM ") +
+                                          FName + QStringLiteral(" WHERE ") + SelectionCondition() +
+                                          QStringLiteral(" LIMIT ") + QString::number(bound + 1) +
+                                          QStringLiteral(") bounded"));
+    const qsizetype size = counted.isEmpty() ? 0 : counted.front().front().toLongLong();
+    if (size > bound) {
+        state.tooLarge = bound == LargestIndex;
+        return;
+    }
+    // Read in any order (a PostgreSQL selection sorted by ctid would be
+    // sorted whole); the index keeps each key's records in record order.
+    auto index = std::make_unique<LocateIndex>();
+    index->Reserve(size);
+    QString columns = FOrder->KeyExpression();
+    for (const QString& key : keys)
+        columns += QStringLiteral(", ") + key;
+    SqlStatement statement(FDb, FRoundTrips);
+    statement.ForEachRow(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + FName +
+                             QStringLiteral(" WHERE ") + SelectionCondition(),
+                         [&, values = QVariantList(keys.size())](const QSqlQuery& query) mutable {
+                             for (int i = 0; i < keys.size(); ++i)
+                                 values[i] = query.value(i + 1);
+                             index->Add(values, FOrder->KeyOf(query.value(0)));
+                             return true;
+                         });
+    index->Finish();
+    state.index = std::move(index);
 }
 
 bool SqlTable::LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next) {

@@ -59,9 +59,10 @@ public:
 
 private:
     struct LocateState {
-        int lookups = 0;
-        std::unique_ptr<LocateIndex> index; // built after a few lookups
-        bool tooLarge = false;              // selection too large to index
+        qsizetype lookups = 0;
+        qsizetype nextTry = 0;              // lookups before the next try to index
+        std::unique_ptr<LocateIndex> index; // built when lookups are dense enough
+        bool tooLarge = false;              // selection too large to index ever
     };
 
     bool FetchBatch();
@@ -72,6 +73,7 @@ private:
     const QStringList& KeysOf(const QString& keyFields);
     bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
                                std::optional<qint64> after);
+    void TryIndex(LocateState& state, const QStringList& keys);
     bool LocateThroughIndex(const LocateState& state, const QVariantList& values, bool next);
     QString SelectionCondition() const;
     int PositionOf(const QString& columnName) const;

@@ -60,6 +60,11 @@ bool TQXCallLookup::GetDependencies(const TQXItem& item, TQXDirection direction,
                                     bool objectsSequential, TDependencies& list) {
     list.clear();
     try {
+        // Whether a grouping has any call that leaves it is asked in one
+        // statement; only where one may leave are its files read one by one.
+        if (FPath == TQXReadPath::SetBased && item.FileID == 0 && stopAtFirst &&
+            !MayHaveCallLeaving(item, direction))
+            return false;
         std::vector<Source> sources;
         if (!SourceList(item, sources))
             return false;
@@ -122,6 +127,42 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
     sources.push_back(
         Source{item.FileID, item.PackageID, item.ObjectID, item.EntryID, item.RowID, item.WordID});
     return true;
+}
+
+// False only when no call of the grouping's files can be kept: every file at
+// the other end exists and each of its records shares the item's system,
+// computer or application (what SameGrouping leaves out, whichever of a
+// file's records it reads). True may still find nothing kept.
+bool TQXCallLookup::MayHaveCallLeaving(const TQXItem& item, TQXDirection direction) {
+    QString grouping;
+    if (item.ComputerID > 0)
+        grouping = QStringLiteral("s.QXComputerID = ") + where::Number(item.ComputerID);
+    else if (item.SystemID > 0)
+        grouping = QStringLiteral("s.QXSystemID = ") + where::Number(item.SystemID);
+    else if (item.ApplicationID > 0)
+        grouping = QStringLiteral("s.QXApplicationID = ") + where::Number(item.ApplicationID);
+    else
+        return true;
+    const bool topDown = direction == TQXDirection::TopDown;
+    const QString own = topDown ? QStringLiteral("QXFromFileID") : QStringLiteral("QXFileID");
+    const QString other = topDown ? QStringLiteral("QXFileID") : QStringLiteral("QXFromFileID");
+    const QString same =
+        QStringLiteral("(COALESCE(t.QXSystemID, 0) = ") + where::Number(item.SystemID) +
+        QStringLiteral(" OR COALESCE(t.QXComputerID, 0) = ") + where::Number(item.ComputerID) +
+        QStringLiteral(" OR COALESCE(t.QXApplicationID, 0) = ") +
+        where::Number(item.ApplicationID) + QLatin1Char(')');
+    std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
+        nullptr,
+        {QStringLiteral("SELECT 1 FROM QXFILE s JOIN QXDEPENDENCIES d ON d.") + own +
+             QStringLiteral(" = s.QXFileID WHERE ") + grouping,
+         QStringLiteral(" AND (NOT EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = d.") + other +
+             QStringLiteral(") OR EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = d.") + other +
+             QStringLiteral(" AND NOT ") + same + QStringLiteral("))"),
+         QStringLiteral(" LIMIT 1")},
+        0);
+    const bool may = !query->Eof();
+    query->Close();
+    return may;
 }
 
 // The system, computer and application of QXFILE's current record.

@@ -83,6 +83,7 @@ private:
     };
 
     bool SourceList(const TQXItem& item, std::vector<Source>& sources);
+    bool MayHaveCallLeaving(const TQXItem& item, TQXDirection direction);
     bool TopDown(const Source& s, const TQXItem& item, bool stopAtFirst, bool objectsSequential,
                  TDependencies& list);
     bool BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst, TDependencies& list);
