@@ -9,6 +9,8 @@
 #include "view/Recursion.h"
 #include "view/ViewOperations.h"
 
+#include <QSet>
+
 #include <memory>
 #include <utility>
 
@@ -48,6 +50,11 @@ void TQXDependenciesExpander::Expand(TQXTreeNode* node) {
         return; // data flows are not listed yet
 
     const Roles roles = RolesOf(node);
+    if (level::IsAttribute(level) && FContext.Path == TQXReadPath::SetBased &&
+        AddAttributesAtOnce(node, *item)) {
+        Finish(node, roles);
+        return;
+    }
     TDependencies calls;
     if (roles.Entries) {
         FContext.View.GetDependencies(*item, FSettings.Direction, false);
@@ -98,6 +105,115 @@ TQXDependenciesExpander::Roles TQXDependenciesExpander::RolesOf(const TQXTreeNod
     return Roles{true, false, (depth + 1) % 4 == 0 ? 1 : 2};
 }
 
+// The column's value in the first record of each of these files; none for
+// a file missing from QXFILE. A few hundred files per statement.
+std::unordered_map<qint32, std::optional<qint32>>
+TQXDependenciesExpander::FileColumns(const TDependencies& calls, int column) {
+    std::unordered_map<qint32, std::optional<qint32>> values;
+    QList<qint32> files;
+    QSet<qint32> seen;
+    for (const TDependency& call : calls)
+        if (!seen.contains(call.FileID)) {
+            seen.insert(call.FileID);
+            files << call.FileID;
+        }
+    TQXRecordReader& records = FContext.Records;
+    constexpr qsizetype IdsPerStatement = 500;
+    for (qsizetype i = 0; i < files.size(); i += IdsPerStatement) {
+        const QList<qint32> chunk = files.mid(i, IdsPerStatement);
+        if (records.Select(Table::QXFILE, where::In("QXFileID", chunk, QStringLiteral(", "))))
+            do // record order: a file's first record comes first
+                values.try_emplace(records.Int(Table::QXFILE, F::QXFileID),
+                                   records.Int(Table::QXFILE, column));
+            while (records.Next(Table::QXFILE));
+        for (qint32 fileID : chunk)
+            values.try_emplace(fileID, std::nullopt);
+    }
+    return values;
+}
+
+// The attributes AddAttributes would list, read in one statement: those of
+// the files at the other end of calls that leave the item's grouping. The
+// order of the calls does not matter where the names differ, as the
+// children are sorted by name. Where two names are equal, a file has more
+// than one record or a grouping column is not a whole number (cases that
+// AddAttributes settles record by record), nothing is added and the answer
+// is false.
+bool TQXDependenciesExpander::AddAttributesAtOnce(TQXTreeNode* node, const TQXItem& item) {
+    const bool system = FSettings.Level == TQXLevel::System;
+    const bool computer = FSettings.Level == TQXLevel::Computer;
+    const QString column = system     ? QStringLiteral("t.QXSystemID")
+                           : computer ? QStringLiteral("t.QXComputerID")
+                                      : QStringLiteral("t.QXApplicationID");
+    // The item's files, chosen as the call lookup chooses them.
+    QString grouping;
+    if (item.ComputerID > 0)
+        grouping = QStringLiteral("s.QXComputerID = ") + where::Number(item.ComputerID);
+    else if (item.SystemID > 0)
+        grouping = QStringLiteral("s.QXSystemID = ") + where::Number(item.SystemID);
+    else if (item.ApplicationID > 0)
+        grouping = QStringLiteral("s.QXApplicationID = ") + where::Number(item.ApplicationID);
+    else
+        return false;
+    const bool topDown = FSettings.IsTopDown();
+    const QString own = topDown ? QStringLiteral("d.QXFromFileID") : QStringLiteral("d.QXFileID");
+    const QString other = topDown ? QStringLiteral("d.QXFileID") : QStringLiteral("d.QXFromFileID");
+    const QString nulls = QStringLiteral(
+        "MAX(CASE WHEN t.QXSystemID IS NULL OR t.QXComputerID IS NULL OR t.QXApplicationID IS "
+        "NULL THEN 1 ELSE 0 END)");
+    TQXDataAccessInterface& access = FContext.Records.Access();
+    std::unique_ptr<TQXDataSet> query = access.OpenQuery(
+        nullptr,
+        {QStringLiteral("SELECT ") + column + QStringLiteral(", ") + nulls +
+             QStringLiteral(", MAX((SELECT COUNT(*) FROM QXFILE u WHERE u.QXFileID = "
+                            "t.QXFileID)) FROM QXFILE s JOIN QXDEPENDENCIES d ON ") +
+             own + QStringLiteral(" = s.QXFileID JOIN QXFILE t ON t.QXFileID = ") + other,
+         QStringLiteral(" WHERE ") + grouping +
+             QStringLiteral(" AND NOT (COALESCE(t.QXSystemID, 0) = ") +
+             where::Number(item.SystemID) + QStringLiteral(" OR COALESCE(t.QXComputerID, 0) = ") +
+             where::Number(item.ComputerID) +
+             QStringLiteral(" OR COALESCE(t.QXApplicationID, 0) = ") +
+             where::Number(item.ApplicationID) + QLatin1Char(')'),
+         QStringLiteral(" GROUP BY ") + column},
+        0);
+    QList<qint32> ids;
+    bool plain = true;
+    for (bool more = !query->Eof(); more && plain; more = access.NextRecord(query.get())) {
+        const QVariant id = query->FieldValue(0);
+        plain = (id.typeId() == QMetaType::LongLong || id.typeId() == QMetaType::Int) &&
+                query->FieldValue(1).toInt() == 0 && query->FieldValue(2).toInt() == 1;
+        ids << id.toInt();
+    }
+    query->Close();
+    if (!plain)
+        return false;
+    // Each attribute from its first record, as AddAttributes reads it.
+    struct Child {
+        qint32 id;
+        QString name;
+        int icon;
+    };
+    std::vector<Child> children;
+    QSet<QString> names;
+    TQXRecordReader& records = FContext.Records;
+    for (qint32 id : ids) {
+        if (!records.Select(Table::QXATTRIBUTE, where::Keys({{"QXAttributeID", id}})))
+            continue;
+        const QString name = records.Text(Table::QXATTRIBUTE, A::QXAttributeName);
+        if (names.contains(name))
+            return false;
+        names.insert(name);
+        children.push_back({id, name, records.Int(Table::QXATTRIBUTE, A::QXIcon)});
+    }
+    for (const Child& child : children)
+        FContext.Tree.AddChild(node, child.name,
+                               system     ? TQXItem::ForSystem(child.id)
+                               : computer ? TQXItem::ForComputer(child.id)
+                                          : TQXItem::ForApplication(child.id),
+                               child.icon);
+    return true;
+}
+
 // Systems, computers or applications of the called (or calling) files.
 void TQXDependenciesExpander::AddAttributes(TQXTreeNode* node, const TDependencies& calls) {
     const bool system = FSettings.Level == TQXLevel::System;
@@ -107,14 +223,27 @@ void TQXDependenciesExpander::AddAttributes(TQXTreeNode* node, const TDependenci
         return system ? item.SystemID : computer ? item.ComputerID : item.ApplicationID;
     };
     TQXRecordReader& records = FContext.Records;
+    // The set-based path reads the files of all calls at once.
+    const bool setBased = FContext.Path == TQXReadPath::SetBased;
+    const auto fileColumns =
+        setBased ? FileColumns(calls, column) : std::unordered_map<qint32, std::optional<qint32>>();
+    QSet<qint32> listed;
     for (const TDependency& call : calls) {
-        if (!records.Select(Table::QXFILE, where::Keys({{"QXFileID", call.FileID}})))
+        std::optional<qint32> found;
+        if (setBased)
+            found = fileColumns.at(call.FileID);
+        else if (records.Select(Table::QXFILE, where::Keys({{"QXFileID", call.FileID}})))
+            found = records.Int(Table::QXFILE, column);
+        if (!found)
             continue;
-        const qint32 id = records.Int(Table::QXFILE, column);
-        if (dependencies::IsListed(node, [&](const TQXItem& item) { return idOf(item) == id; }))
+        const qint32 id = *found;
+        if (setBased ? listed.contains(id) : dependencies::IsListed(node, [&](const TQXItem& item) {
+                return idOf(item) == id;
+            }))
             continue;
         if (!records.Select(Table::QXATTRIBUTE, where::Keys({{"QXAttributeID", id}})))
             continue;
+        listed.insert(id);
         auto item = system     ? TQXItem::ForSystem(id)
                     : computer ? TQXItem::ForComputer(id)
                                : TQXItem::ForApplication(id);

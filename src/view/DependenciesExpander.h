@@ -3,6 +3,9 @@
 #include "repository/Dependency.h"
 #include "view/ExpansionContext.h"
 
+#include <optional>
+#include <unordered_map>
+
 class TQXItem;
 class TQXTreeNode;
 
@@ -33,7 +36,10 @@ private:
     bool RefusedByLimits(const TQXTreeNode* node);
     Roles RolesOf(const TQXTreeNode* node) const;
 
+    bool AddAttributesAtOnce(TQXTreeNode* node, const TQXItem& item);
     void AddAttributes(TQXTreeNode* node, const TDependencies& calls);
+    std::unordered_map<qint32, std::optional<qint32>> FileColumns(const TDependencies& calls,
+                                                                  int column);
     void AddPackages(TQXTreeNode* node, const TDependencies& calls);
     void AddPackageOfCurrentRecord(TQXTreeNode* node);
     void AddLines(TQXTreeNode* node, const TQXItem& item, int levelN);
