@@ -115,7 +115,8 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
                   "--limit", "2", "--path", "MAIN [Program]/ZETA [Program]", "--format", "json"});
         QVERIFY2(run.ExitCode == 0, qPrintable(run.Err));
         QVERIFY(!QJsonDocument::fromJson(run.Out.toUtf8()).isNull());
-        const QString expected = QString(R"({"nodes":[
+        const QString expected = QString(R"({"filter":{"on":false,"caseSensitive":false,
+"conditions":[]},"nodes":[
 {"text":"  *** RootItem Limit reached, only the first 2 hits in the database showed ***",
  "image":-1,"item":null,"expandable":false,"children":[]},
 {"text":"MAIN [Program]","image":21,"item":%1,"expandable":false,"children":[
