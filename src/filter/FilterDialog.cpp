@@ -57,15 +57,17 @@ TQXFilter::TQXFilter(QWidget* owner, TQXDataAccessInterface& dataAccess) : QDial
     QFont bold = font();
     bold.setBold(true);
     gbWhere->setFont(bold);
+    QFont normal = font();
+    normal.setBold(false); // set explicitly, so that it is not inherited from the caption
 
     cbCaseSensitive = new QCheckBox(QStringLiteral("Case sensitive"), gbWhere);
     cbCaseSensitive->setObjectName(QStringLiteral("cbCaseSensitive"));
-    cbCaseSensitive->setFont(font()); // the caption only is bold
+    cbCaseSensitive->setFont(normal);
     cbCaseSensitive->setGeometry(12, 134, 117, 17);
 
     frWhere = new QScrollArea(gbWhere);
     frWhere->setObjectName(QStringLiteral("frWhere"));
-    frWhere->setFont(font());
+    frWhere->setFont(normal);
     frWhere->setGeometry(2, 22, 660, 110);
     frWhere->setFrameShape(QFrame::NoFrame);
     frWhere->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

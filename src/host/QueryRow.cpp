@@ -32,16 +32,16 @@ TQXQueryRow::TQXQueryRow(QWidget* parent) : QFrame(parent) {
 
     cbAttribute = new TQXChoiceBox(this);
     cbAttribute->setObjectName(QStringLiteral("cbAttribute"));
-    cbAttribute->setGeometry(0, 0, 150, 21);
+    cbAttribute->setGeometry(0, 0, 140, 21);
     cbOperator = new TQXChoiceBox(this);
     cbOperator->setObjectName(QStringLiteral("cbOperator"));
-    cbOperator->setGeometry(154, 0, 100, 21);
+    cbOperator->setGeometry(144, 0, 110, 21);
     cbValue = new QComboBox(this);
     cbValue->setObjectName(QStringLiteral("cbValue"));
     cbValue->setEditable(true);
     // The dialog keeps the history; typing adds nothing by itself.
     cbValue->setInsertPolicy(QComboBox::NoInsert);
-    cbValue->setGeometry(258, 0, 220, 21);
+    cbValue->setGeometry(258, 0, 210, 21);
 
     auto radio = [this](const char* name, const QString& caption, int left, int width) {
         auto* button = new QRadioButton(caption, this);
@@ -51,9 +51,9 @@ TQXQueryRow::TQXQueryRow(QWidget* parent) : QFrame(parent) {
                 [this, button] { emit RadioButtonClicked(button); });
         return button;
     };
-    rbAnd = radio("rbAnd", QStringLiteral("AND"), 486, 50);
-    rbOr = radio("rbOr", QStringLiteral("OR"), 538, 44);
-    rbEnd = radio("rbEnd", QStringLiteral("End"), 584, 50);
+    rbAnd = radio("rbAnd", QStringLiteral("AND"), 476, 52);
+    rbOr = radio("rbOr", QStringLiteral("OR"), 530, 46);
+    rbEnd = radio("rbEnd", QStringLiteral("End"), 578, 50);
     rbEnd->setChecked(true);
 
     connect(cbAttribute, &TQXChoiceBox::DroppingDown, this,
