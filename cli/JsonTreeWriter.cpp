@@ -48,11 +48,27 @@ QString Item(const TQXTreeNode& node) {
     return QLatin1Char('{') + members.join(QStringLiteral(", ")) + QLatin1Char('}');
 }
 
+QString Filter(const TQXFilterInForce& filter) {
+    QStringList conditions;
+    for (const TQXFilterInForce::Condition& condition : filter.Conditions)
+        conditions << QStringLiteral("{\"joint\": ") +
+                          (condition.Joint.isEmpty() ? QStringLiteral("null")
+                                                     : Quoted(condition.Joint)) +
+                          QStringLiteral(", \"attribute\": ") + Quoted(condition.Attribute) +
+                          QStringLiteral(", \"operator\": ") + Quoted(condition.Operator) +
+                          QStringLiteral(", \"value\": ") + Quoted(condition.Value) +
+                          QLatin1Char('}');
+    return QStringLiteral("{\"on\": ") + (filter.On ? "true" : "false") +
+           QStringLiteral(", \"caseSensitive\": ") + (filter.CaseSensitive ? "true" : "false") +
+           QStringLiteral(", \"conditions\": [") + conditions.join(QStringLiteral(", ")) +
+           QStringLiteral("]}");
+}
+
 } // namespace
 
 void TQXJsonTreeWriter::Write(const TQXTreeControl& tree, QTextStream& out) const {
     const QList<const TQXTreeNode*> roots = nodefields::ShownRoots(tree);
-    out << "{\n  \"nodes\": [";
+    out << "{\n  \"filter\": " << Filter(FFilter) << ",\n  \"nodes\": [";
     for (qsizetype i = 0; i < roots.size(); ++i) {
         out << (i ? ",\n" : "\n");
         WriteNode(*roots.at(i), 4, out);

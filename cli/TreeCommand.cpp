@@ -53,10 +53,15 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
     driver.AnswerYes(options.AnswerYes);
     driver.View().SetReadPath(options.Reference ? TQXReadPath::Reference : TQXReadPath::SetBased);
     driver.Apply(options.Settings);
+    if (options.Filter.Given()) {
+        driver.Connect(); // the filter dialog comes with the connection
+        options.Filter.ApplyTo(driver.View());
+    }
     if (options.Settings.Option && driver.View().cbOption->isHidden())
         err << "korvane-cli: warning: this view has no option box; --option is ignored\n";
     driver.Refresh();
     Open(driver, options, err);
+    writer->SetFilter(TQXFilterInForce::Of(driver.View()));
     writer->Write(driver.Tree(), out);
     ReportQuestions(driver, options.AnswerYes, err);
     return ExitOk;

@@ -1,5 +1,7 @@
 #include "TreeOptions.h"
 
+#include "filter/FilterChoices.h"
+
 #include "TreeWriter.h"
 #include "UsageError.h"
 
@@ -42,6 +44,13 @@ const OptionDescription Descriptions[] = {
      "wait at most SECONDS for the repository: to connect, and for each statement or lock it "
      "waits for; 0 waits without limit ([Timeouts] of the settings file, else 10 to connect "
      "and 30 per statement)"},
+    {"filter", "\"ATTRIBUTE OPERATOR VALUE\"",
+     "a condition of the root-item filter, e.g. \"Objects Name begins with PAY\"; repeatable, "
+     "conditions are joined by AND (see filters below); switches the filter on"},
+    {"or", nullptr, "between two --filter options: join them with OR instead"},
+    {"case-sensitive", nullptr, "compare the filter's values case sensitively"},
+    {"filter-on", nullptr, "switch the root-item filter on (also without conditions)"},
+    {"filter-off", nullptr, "switch the root-item filter off (its conditions are kept, not used)"},
     {"help", nullptr, "show this text"},
 };
 
@@ -111,6 +120,26 @@ QString Wrapped(const QString& text, int indent) {
     return result + QLatin1Char('\n');
 }
 
+void ParseFilter(const QCommandLineParser& parser, const QStringList& arguments,
+                 TQXFilterOptions& filter) {
+    if (parser.isSet(QStringLiteral("filter-on")) && parser.isSet(QStringLiteral("filter-off")))
+        throw EQXUsageError(QStringLiteral("--filter-on and --filter-off exclude each other"));
+    if (parser.isSet(QStringLiteral("filter-on")) || parser.isSet(QStringLiteral("filter-off")))
+        filter.On = parser.isSet(QStringLiteral("filter-on"));
+    filter.CaseSensitive = parser.isSet(QStringLiteral("case-sensitive"));
+    QStringList valueOptions;
+    for (const OptionDescription& described : Descriptions)
+        if (described.Value)
+            valueOptions << QLatin1String(described.Name);
+    const QStringList conditions = parser.values(QStringLiteral("filter"));
+    const QList<bool> orBefore = TQXFilterOptions::OrBeforeEachFilter(arguments, valueOptions);
+    for (qsizetype i = 0; i < conditions.size(); ++i) {
+        TQXFilterOptions::Condition condition = TQXFilterOptions::ParseCondition(conditions.at(i));
+        condition.OrPrevious = orBefore.value(i);
+        filter.Conditions << condition;
+    }
+}
+
 } // namespace
 
 QString TQXTreeOptions::Help() {
@@ -133,10 +162,18 @@ QString TQXTreeOptions::Help() {
         "        (file system computer application package object entry row word, or for a\n"
         "        variable: text1 text2 ownerFile ownerObject ownerEntry file object entry row\n"
         "        word language)\n"
-        "  json  {\"nodes\": [...]}, each node with text, image, item (named identifiers, or\n"
-        "        null), expandable (it still has unopened children) and children\n"
+        "  json  {\"filter\": {...}, \"nodes\": [...]}: the root-item filter in force (on,\n"
+        "        caseSensitive, conditions with joint, attribute, operator and value), then\n"
+        "        each node with text, image, item (named identifiers, or null), expandable\n"
+        "        (it still has unopened children) and children\n"
         "  csv   a header, then one row per node in tree order: depth, text, image,\n"
         "        expandable and the identifiers (RFC 4180)\n"
+        "\nfilters: --filter \"ATTRIBUTE OPERATOR VALUE\", VALUE being the rest as typed;\n");
+    text += QStringLiteral("  ATTRIBUTE one of: ") +
+            Wrapped(filterchoice::AttributeTexts().join(QStringLiteral(", ")), 2);
+    text += QStringLiteral("  OPERATOR one of: ") +
+            Wrapped(filterchoice::OperatorTexts().join(QStringLiteral(", ")), 2);
+    text += QStringLiteral(
         "\nexit status: 0 success, 1 failure (repository, refresh, path not found),\n"
         "2 bad usage (arguments, names, a missing repository file)\n");
     return text;
@@ -213,6 +250,7 @@ TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
         options.Format =
             Choose(QStringLiteral("format"), value("format"), TQXTreeWriter::Formats());
     options.AnswerYes = isSet("yes");
+    ParseFilter(parser, arguments, options.Filter);
     options.Reference = isSet("reference");
     return options;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FilterOptions.h"
+
 #include "driver/ViewDriver.h"
 
 #include <QString>
@@ -8,7 +10,8 @@
 // The arguments of "korvane-cli tree", checked and with names made canonical:
 //   tree REPO [--type T] [--direction D] [--level L] [--limit N] [--option]
 //        [--depth D | --expand-all] [--path P] [--format F] [--yes] [--max-nodes N]
-//        [--timeout SECONDS]
+//        [--timeout SECONDS] [--filter "ATTRIBUTE OPERATOR VALUE" [--or] ...]
+//        [--case-sensitive] [--filter-on | --filter-off]
 class TQXTreeOptions {
 public:
     // Throws EQXUsageError for arguments that cannot be used.
@@ -27,4 +30,5 @@ public:
     bool Reference = false;  // the record-by-record reference path
     int MaxNodes = 100000;   // opening stops once the tree holds as many nodes
     int TimeoutSeconds = -1; // for connecting and each statement; -1: as the settings say
+    TQXFilterOptions Filter;
 };

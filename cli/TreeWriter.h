@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FilterOptions.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -15,9 +17,14 @@ public:
     virtual ~TQXTreeWriter() = default;
 
     virtual void Write(const TQXTreeControl& tree, QTextStream& out) const = 0;
+    // The root-item filter the tree was listed with, for formats that say it.
+    void SetFilter(const TQXFilterInForce& filter) { FFilter = filter; }
 
     // The format names, the default first.
     static QStringList Formats();
     // The writer of a format name from Formats(); null for any other.
     static std::unique_ptr<TQXTreeWriter> Create(const QString& format);
+
+protected:
+    TQXFilterInForce FFilter;
 };

@@ -119,6 +119,15 @@ void TQXViewDriver::Apply(const TQXViewSettings& settings) {
     shown.ThrowIfAny();
 }
 
+void TQXViewDriver::Connect() {
+    if (FParts->Connected)
+        return;
+    const TShownSince shown(Ui());
+    View().ConnectToDB();
+    shown.ThrowIfAny();
+    FParts->Connected = true;
+}
+
 void TQXViewDriver::Refresh() {
     TQXView& view = View();
     const TShownSince shown(Ui());

@@ -38,6 +38,10 @@ public:
     // limit (checked as when leaving the box), then the option box. The
     // filter setting is left as it is.
     void Apply(const TQXViewSettings& settings);
+    // Connects the view as the host's first refresh notice does, without
+    // listing anything: the view's filter dialog exists from then on. Throws
+    // EQXError with the view's message when it cannot connect.
+    void Connect();
     // Connects on first use, then rebuilds the tree from the root items.
     // Throws EQXError with the view's message when the refresh failed.
     void Refresh();

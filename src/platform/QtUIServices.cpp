@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDialog>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -53,6 +54,10 @@ QString TQXQtUIServices::QtFilter(const QString& filter) {
     if (parts.size() % 2 == 1 && !parts.last().isEmpty())
         filters << parts.last();
     return filters.join(QStringLiteral(";;"));
+}
+
+int TQXQtUIServices::ShowModal(QDialog& dialog) {
+    return dialog.exec();
 }
 
 QString TQXQtUIServices::OpenFileName(QWidget* owner, const QString& caption, const QString& filter,

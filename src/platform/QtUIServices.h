@@ -8,6 +8,7 @@ public:
     void ShowMessage(const QString& text) override;
     void ShowError(const QString& text) override;
     bool Ask(const QString& text, TQXQuestionKind kind) override;
+    int ShowModal(QDialog& dialog) override;
     QString OpenFileName(QWidget* owner, const QString& caption, const QString& filter,
                          const QString& initialPath) override;
     QString SaveFileName(QWidget* owner, const QString& caption, const QString& filter,

@@ -1,5 +1,7 @@
 #include "platform/ScriptedUIServices.h"
 
+#include <QDialog>
+
 TQXScriptedUIServices::TQXScriptedUIServices() : FPrevious(TQXUIServices::SetCurrent(this)) {}
 
 TQXScriptedUIServices::~TQXScriptedUIServices() {
@@ -11,6 +13,7 @@ void TQXScriptedUIServices::ClearLog() {
     FErrors.clear();
     FQuestions.clear();
     FFileDialogs.clear();
+    FDialogs.clear();
     FUnanswered.clear();
     FCursorLog.clear();
     FLastPrint.reset();
@@ -28,6 +31,15 @@ bool TQXScriptedUIServices::Ask(const QString& text, TQXQuestionKind) {
         return FDefaultAnswer;
     }
     return FAnswers.dequeue();
+}
+
+int TQXScriptedUIServices::ShowModal(QDialog& dialog) {
+    FDialogs << dialog.windowTitle();
+    if (FDialogScripts.isEmpty())
+        dialog.reject();
+    else
+        FDialogScripts.dequeue()(dialog);
+    return dialog.result();
 }
 
 QString TQXScriptedUIServices::OpenFileName(QWidget*, const QString& caption, const QString& filter,

@@ -29,6 +29,11 @@ public:
     void QueueSaveFileName(const QString& path) { FSaveFileNames.enqueue(path); }
     void QueueChoice(const std::optional<QString>& choice) { FChoices.enqueue(choice); }
     void QueuePrint(bool print) { FPrintAnswers.enqueue(print); }
+    // What the user does in the next dialog shown modally; a dialog without
+    // a script is cancelled (rejected).
+    void QueueDialog(std::function<void(QDialog&)> script) {
+        FDialogScripts.enqueue(std::move(script));
+    }
     void SetPageHeight(int height) { FPageHeight = height; }
 
     // What was shown.
@@ -36,6 +41,8 @@ public:
     const QStringList& Errors() const { return FErrors; }
     const QStringList& Questions() const { return FQuestions; }
     const QStringList& FileDialogs() const { return FFileDialogs; }
+    // Window titles of the dialogs shown modally.
+    const QStringList& Dialogs() const { return FDialogs; }
     const QStringList& Unanswered() const { return FUnanswered; }
     const QList<Qt::CursorShape>& CursorLog() const { return FCursorLog; }
     const std::optional<TQXScriptedPrintCanvas>& LastPrint() const { return FLastPrint; }
@@ -50,6 +57,7 @@ public:
     void ShowMessage(const QString& text) override { FMessages << text; }
     void ShowError(const QString& text) override { FErrors << text; }
     bool Ask(const QString& text, TQXQuestionKind kind) override;
+    int ShowModal(QDialog& dialog) override;
     QString OpenFileName(QWidget* owner, const QString& caption, const QString& filter,
                          const QString& initialPath) override;
     QString SaveFileName(QWidget* owner, const QString& caption, const QString& filter,
@@ -73,12 +81,14 @@ private:
     QQueue<QString> FSaveFileNames;
     QQueue<std::optional<QString>> FChoices;
     QQueue<bool> FPrintAnswers;
+    QQueue<std::function<void(QDialog&)>> FDialogScripts;
     int FPageHeight = 6000;
 
     QStringList FMessages;
     QStringList FErrors;
     QStringList FQuestions;
     QStringList FFileDialogs;
+    QStringList FDialogs;
     QStringList FUnanswered;
     QList<Qt::CursorShape> FCursorLog;
     std::optional<TQXScriptedPrintCanvas> FLastPrint;

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 
+class QDialog;
 class QWidget;
 
 // What a find dialog hands to its find handler.
@@ -36,6 +37,9 @@ public:
     virtual void ShowError(const QString& text) = 0;
     // A Yes/No question; true for Yes.
     virtual bool Ask(const QString& text, TQXQuestionKind kind = TQXQuestionKind::Confirmation) = 0;
+    // Shows one of the library's dialogs modally; its result code
+    // (QDialog::Accepted or QDialog::Rejected).
+    virtual int ShowModal(QDialog& dialog) = 0;
 
     // The chosen path, or an empty text when the user cancelled.
     virtual QString OpenFileName(QWidget* owner, const QString& caption, const QString& filter,

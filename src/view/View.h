@@ -83,6 +83,14 @@ public:
     void tbLimitChange();
     void cbRefreshViewClick();
 
+    // The root-item filter (ViewFilter.cpp): the filter dialog of the
+    // connection (null before the first), its commands, and a filter the
+    // host hands in for one item (a TQXItemSender) with the view's text.
+    TQXFilter* Filter() const { return FFilter; }
+    void SetFilter1Click();
+    void ClearFilter1Click();
+    void ActivateFilter(QObject* item, const QString& viewText);
+
     // The view's settings as the controls hold them, read once per refresh
     // or expansion.
     TQXViewSettings Settings() const;
@@ -118,8 +126,8 @@ public:
     QLabel* lblUserHint = nullptr;
 
 protected:
-    // Conditions in the filter dialog's where clause; none until the filter
-    // dialog is built by the connection.
+    // Conditions in the filter dialog's where clause; none before the
+    // filter dialog is built by the connection.
     virtual int FilterConditionCount() const;
 
     // Root items of the chosen level.
@@ -151,6 +159,9 @@ private:
     void CreateMenus();
     void CreatePopupMenu();
     void ConnectControls();
+    // ViewFilter.cpp: the old dialog goes; a new one is built when asked.
+    void ReplaceFilterDialog(bool build);
+    void ConnectFilterCommands();
     QAction* AddMenuItem(QMenu* menu, const QString& name, const QString& caption, int groupIndex);
 
     // A marker node; a tree showing one has no popup menu.

@@ -92,8 +92,6 @@ void TQXView::CreateControls() {
     rbFilterOff->setChecked(true);
     cbSetFilter = new QPushButton(QStringLiteral("Set"), gbRootItemFilter);
     cbSetFilter->setObjectName(QStringLiteral("cbSetFilter"));
-    // The filter dialog comes with the root-item filter.
-    cbSetFilter->setEnabled(false);
     filterLayout->addWidget(cbSetFilter);
 
     gbRootItemLimit = new QGroupBox(QStringLiteral(" RootItem Limit: "), this);
@@ -194,13 +192,10 @@ void TQXView::CreateMenus() {
             [this] { RunReportingErrors([this] { cbRefreshViewClick(); }); });
 
     QMenu* filter = mnuView.AddMenu(QStringLiteral("Filter1"), QStringLiteral("Filter"), MenuGroup);
-    // The filter commands come with the root-item filter.
     AddMenuItem(filter, QStringLiteral("SetFilter1"), QStringLiteral("Set RootItem Filter..."),
-                MenuGroup)
-        ->setEnabled(false);
+                MenuGroup);
     AddMenuItem(filter, QStringLiteral("ClearFilter1"), QStringLiteral("Clear RootItem Filter"),
-                MenuGroup)
-        ->setEnabled(false);
+                MenuGroup);
 
     QMenu* tracks = mnuView.AddMenu(QStringLiteral("Tracks1"), QStringLiteral("Tracks"), MenuGroup);
     AddMenuItem(tracks, QStringLiteral("AutoCompleteTrack1"), QStringLiteral("AutoComplete Track"),
@@ -249,6 +244,7 @@ void TQXView::ConnectControls() {
             [this](TQXTreeNode* node) { RunReportingErrors([&] { NodeExpanded(node); }); });
     // Leaving the limit box checks it.
     tbRootItemLimit->installEventFilter(this);
+    ConnectFilterCommands();
 }
 
 bool TQXView::eventFilter(QObject* watched, QEvent* event) {

@@ -96,6 +96,7 @@ void TQXView::ConnectToDB() {
     } catch (const std::exception& e) {
         TQXUIServices::Current().ShowMessage(QStringLiteral("AssignDBPointers failed: ") +
                                              ExceptionMessage(e));
+        ReplaceFilterDialog(false); // its tables could not be bound either
         return;
     }
     // What the repository has to say about itself, once per connection.
@@ -104,7 +105,7 @@ void TQXView::ConnectToDB() {
         if (!text.isEmpty())
             TQXUIServices::Current().ShowMessage(text);
     }
-    // The filter dialog is built here once the root-item filter exists.
+    ReplaceFilterDialog(true);
 }
 
 void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender,
@@ -128,10 +129,8 @@ void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender
                 }
                 setWindowTitle(QStringLiteral("Korvane - ") + FDocumentName +
                                QStringLiteral(" on ") + FConnectionName);
-                // A filter handed in by the host (sender, text) is applied
-                // here once the root-item filter exists.
-                Q_UNUSED(sender);
-                Q_UNUSED(text);
+                if (sender)
+                    ActivateFilter(sender, text);
                 try {
                     RefreshCurrentView();
                 } catch (const std::exception&) {
@@ -202,8 +201,4 @@ void TQXView::SetFont(const QString& name, int size) {
 void TQXView::AddMarker(const QString& text) {
     tvMain->AddRoot(text);
     tvMain->SetPopupMenu(nullptr);
-}
-
-int TQXView::FilterConditionCount() const {
-    return 0;
 }

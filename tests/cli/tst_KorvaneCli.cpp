@@ -6,7 +6,9 @@
 #include "support/SilentServer.h"
 
 #include <QElapsedTimer>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
 
 namespace {
@@ -115,7 +117,8 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
                   "--limit", "2", "--path", "MAIN [Program]/ZETA [Program]", "--format", "json"});
         QVERIFY2(run.ExitCode == 0, qPrintable(run.Err));
         QVERIFY(!QJsonDocument::fromJson(run.Out.toUtf8()).isNull());
-        const QString expected = QString(R"({"nodes":[
+        const QString expected = QString(R"({"filter":{"on":false,"caseSensitive":false,
+"conditions":[]},"nodes":[
 {"text":"  *** RootItem Limit reached, only the first 2 hits in the database showed ***",
  "image":-1,"item":null,"expandable":false,"children":[]},
 {"text":"MAIN [Program]","image":21,"item":%1,"expandable":false,"children":[
@@ -130,6 +133,37 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
         QVERIFY2(run.Err.contains("This View contains more than 2 RootItems") &&
                      run.Err.contains("answered No"),
                  qPrintable(run.Err));
+    }
+
+    // Conditions joined by AND unless --or stands between them; the JSON
+    // output names the filter in force. A value is data.
+    void filteredRootItems() {
+        const ProgramRun run =
+            Tree({"--level", "Object", "--filter", "objects name BEGINS WITH ma", "--limit", "5",
+                  "--or", "--filter", "Objects Name equals IO/PRINT", "--filter",
+                  "Files Name ends with .CBL", "--format", "json"});
+        QVERIFY2(run.ExitCode == 0, qPrintable(run.Err));
+        const QJsonObject json = QJsonDocument::fromJson(run.Out.toUtf8()).object();
+        QCOMPARE(
+            Compact(QString::fromUtf8(QJsonDocument(json.value("filter").toObject()).toJson())),
+            Compact(R"({"caseSensitive":false,"conditions":[
+{"attribute":"Objects Name","joint":null,"operator":"begins with","value":"ma"},
+{"attribute":"Objects Name","joint":"OR","operator":"equals","value":"IO/PRINT"},
+{"attribute":"Files Name","joint":"AND","operator":"ends with","value":".CBL"}],"on":true})"));
+        QStringList roots;
+        for (const QJsonValue node : json.value("nodes").toArray())
+            roots << node.toObject().value("text").toString();
+        QCOMPARE(roots, QStringList({"IO/PRINT [Program]", "MAIN [Program]"}));
+
+        const ProgramRun cased = Tree({"--level", "Object", "--filter", "Objects Name equals main",
+                                       "--case-sensitive", "--filter-off"});
+        QCOMPARE(cased.Out.count('\n'), 5); // off: every object
+        const ProgramRun hostile = Tree({"--level", "Object", "--case-sensitive", "--filter",
+                                         "Objects Name contains \"T'; DROP TABLE QXFILE; --"});
+        QVERIFY2(hostile.ExitCode == 0, qPrintable(hostile.Err));
+        QCOMPARE(hostile.Out, "  *** No Hits with current Filter Settings ***\n");
+        QCOMPARE(Tree({"--level", "Object", "--filter", "Objects Name contains \"T"}).Out,
+                 Tabs("SUM,\"TOTAL\" [Program]|20|2|0|0|0|0|3|0|0|0\n"));
     }
 
     void rootObjectsAsCsv() {
@@ -206,6 +240,20 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
             "--timeout needs a whole number of at least 0, not 'soon'");
         row("a Qt option", {"tree", repo, "-platform", "bogus"}, 2, "Unknown option 'platform'");
         row("not a repository", {"tree", NotARepositoryFile()}, 1, "AssignDBPointers failed");
+        row("filter attribute", {"tree", repo, "--filter", "Object Name equals X"}, 2,
+            "--filter 'Object Name equals X': no attribute, which is one of: 'Systems Name', "
+            "'Computers Name', 'Applications Name', 'Packages Name', 'Objects Name', 'Objects "
+            "Type', 'Entrys Name', 'Line of Code', 'Variables Name', 'Variables Type', 'Files "
+            "Name'");
+        row("filter operator", {"tree", repo, "--filter", "Objects Name is X"}, 2,
+            "no operator after the attribute, which is one of: 'equals', 'contains', 'begins "
+            "with', 'ends with'");
+        row("filter value", {"tree", repo, "--filter", "Files Name equals "}, 2,
+            "at least one character is required for the value");
+        row("or first", {"tree", repo, "--or", "--filter", "Files Name equals X"}, 2,
+            "--or must stand between two --filter options");
+        row("on and off", {"tree", repo, "--filter-on", "--filter-off"}, 2,
+            "--filter-on and --filter-off exclude each other");
     }
     void badUsageAndFailures() {
         QFETCH(QStringList, arguments);
