@@ -15,6 +15,9 @@ constexpr int DirectLookups = 24;
 // of a lookup in the database, so an index pays off only for dense lookups,
 // and a refresh that looks up a hundred keys never reads a whole table.
 constexpr qsizetype RecordsPerLookup = 256;
+// Indexed selections up to this size keep their records too, so that a
+// located record needs no further statement.
+constexpr qsizetype KeptRecords = 8192;
 // Selections larger than this are never indexed; lookups stay in the database.
 constexpr qsizetype LargestIndex = 2'000'000;
 // Small selections remembered per table.
@@ -142,8 +145,10 @@ void SqlTable::Close() {
 
 void SqlTable::ReleaseCaches() {
     Forget();
-    for (auto& [keys, state] : FLocates)
+    for (auto& [keys, state] : FLocates) {
         state.index.reset();
+        state.records.clear();
+    }
 }
 
 const QVector<QVariant>& SqlTable::CurrentRow() const {
@@ -257,18 +262,36 @@ void SqlTable::TryIndex(LocateState& state, const QStringList& keys) {
     // sorted whole); the index keeps each key's records in record order.
     auto index = std::make_unique<LocateIndex>();
     index->Reserve(size);
-    QString columns = FOrder->KeyExpression();
-    for (const QString& key : keys)
-        columns += QStringLiteral(", ") + key;
+    state.records.clear();
     SqlStatement statement(FDb, FRoundTrips);
-    statement.ForEachRow(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + FName +
-                             QStringLiteral(" WHERE ") + SelectionCondition(),
-                         [&, values = QVariantList(keys.size())](const QSqlQuery& query) mutable {
-                             for (int i = 0; i < keys.size(); ++i)
-                                 values[i] = query.value(i + 1);
-                             index->Add(values, FOrder->KeyOf(query.value(0)));
-                             return true;
-                         });
+    QVariantList values(keys.size());
+    if (size <= KeptRecords) {
+        // Whole records, kept beside the index.
+        QList<int> positions;
+        for (const QString& key : keys)
+            positions << PositionOf(key);
+        for (SqlRow& row : statement.ReadAll(QStringLiteral("SELECT ") + FOrder->SelectList() +
+                                             QStringLiteral(" FROM ") + FName +
+                                             QStringLiteral(" WHERE ") + SelectionCondition())) {
+            for (int i = 0; i < keys.size(); ++i)
+                values[i] = row[positions[i]];
+            const qint64 key = FOrder->RowKey(row);
+            index->Add(values, key);
+            state.records.emplace(key, std::move(row));
+        }
+    } else {
+        QString columns = FOrder->KeyExpression();
+        for (const QString& key : keys)
+            columns += QStringLiteral(", ") + key;
+        statement.ForEachRow(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") +
+                                 FName + QStringLiteral(" WHERE ") + SelectionCondition(),
+                             [&](const QSqlQuery& query) {
+                                 for (int i = 0; i < keys.size(); ++i)
+                                     values[i] = query.value(i + 1);
+                                 index->Add(values, FOrder->KeyOf(query.value(0)));
+                                 return true;
+                             });
+    }
     index->Finish();
     state.index = std::move(index);
 }
@@ -280,7 +303,8 @@ bool SqlTable::LocateThroughIndex(const LocateState& state, const QVariantList& 
         found = std::upper_bound(matches.begin(), matches.end(), FCurrentKey);
     if (found == matches.end())
         return false;
-    PositionOnKey(*found, std::nullopt);
+    const auto kept = state.records.find(*found);
+    PositionOnKey(*found, kept != state.records.end() ? std::optional(kept->second) : std::nullopt);
     return true;
 }
 

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 
 // What SqlDataAccess needs of any data set it hands out: values by field
 // name, and a step to the next record.
@@ -62,7 +63,8 @@ private:
         qsizetype lookups = 0;
         qsizetype nextTry = 0;              // lookups before the next try to index
         std::unique_ptr<LocateIndex> index; // built when lookups are dense enough
-        bool tooLarge = false;              // selection too large to index ever
+        std::unordered_map<qint64, QVector<QVariant>> records; // of a small indexed selection
+        bool tooLarge = false;                                 // selection too large to index ever
     };
 
     bool FetchBatch();

@@ -219,7 +219,10 @@ bool TQXCallLookup::TopDown(const Source& s, const TQXItem& item, bool stopAtFir
         condition += where::AndKey("QXFromObjectID", s.ObjectID);
 
     bool found = false;
-    for (const Call& d : CallsFrom(condition)) {
+    const std::vector<Call>& calls = CallsFrom(condition);
+    if (s.PackageID == 0 && s.ObjectID == 0)
+        ReadGroupingsOf(calls, true);
+    for (const Call& d : calls) {
         bool leaveOut = false;
         if (s.PackageID == 0 && s.ObjectID == 0)
             leaveOut = SameGrouping(d.FileID, item);
@@ -272,7 +275,10 @@ bool TQXCallLookup::BottomUp(const Source& s, const TQXItem& item, bool stopAtFi
         condition += where::AndKey("QXObjectID", s.ObjectID);
 
     bool found = false;
-    for (const Call& d : CallsTo(condition)) {
+    const std::vector<Call>& calls = CallsTo(condition);
+    if (s.PackageID == 0 && s.ObjectID == 0)
+        ReadGroupingsOf(calls, false);
+    for (const Call& d : calls) {
         bool leaveOut = false;
         if (s.PackageID == 0 && s.ObjectID == 0)
             leaveOut = SameGrouping(d.FromFileID, item);
@@ -368,6 +374,25 @@ void TQXCallLookup::ReadAhead(const std::vector<Source>& sources, TQXDirection d
         }
     }
     ReadGroupings(others);
+}
+
+// On the set-based path, the groupings of the files at the other end of
+// these calls that are not known yet, in a statement per few hundred files
+// instead of one per file.
+void TQXCallLookup::ReadGroupingsOf(const std::vector<Call>& calls, bool topDown) {
+    if (FPath != TQXReadPath::SetBased)
+        return;
+    QList<qint32> missing;
+    QSet<qint32> seen;
+    for (const Call& d : calls) {
+        const qint32 other = topDown ? d.FileID : d.FromFileID;
+        if (!FCache.FGroupings.contains(other) && !seen.contains(other)) {
+            seen.insert(other);
+            missing << other;
+        }
+    }
+    if (missing.size() > 1)
+        ReadGroupings(missing);
 }
 
 // The grouping of each file, from its first record as SameGrouping reads it.

@@ -99,6 +99,7 @@ private:
               std::vector<Call> list);
     void ReadAhead(const std::vector<Source>& sources, TQXDirection direction);
     void ReadGroupings(const QList<qint32>& fileIDs);
+    void ReadGroupingsOf(const std::vector<Call>& calls, bool topDown);
 
     TQXDataAccessInterface& FDataAccess;
     TQXTableHandleSet& FTables;
