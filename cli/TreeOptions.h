@@ -8,7 +8,8 @@
 // The arguments of "korvane-cli tree", checked and with names made canonical:
 //   tree REPO [--type T] [--direction D] [--level L] [--limit N] [--option]
 //        [--depth D | --expand-all] [--path P] [--format F] [--yes] [--max-nodes N]
-//        [--timeout SECONDS]
+//        [--timeout SECONDS] [--select P]... [--track P]... [--save FILE]
+//   tree --open FILE [REPO] [the options above but the settings]
 class TQXTreeOptions {
 public:
     // Throws EQXUsageError for arguments that cannot be used.
@@ -27,4 +28,10 @@ public:
     bool Reference = false;  // the record-by-record reference path
     int MaxNodes = 100000;   // opening stops once the tree holds as many nodes
     int TimeoutSeconds = -1; // for connecting and each statement; -1: as the settings say
+    // View documents: the one to print instead of refreshing, the one to
+    // write; the paths to select and to add as tracks.
+    QString OpenFile;
+    QString SaveFile;
+    QList<QStringList> Selects;
+    QList<QStringList> Tracks;
 };
