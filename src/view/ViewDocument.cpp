@@ -144,7 +144,8 @@ void TQXView::OpenViewDoc(const QString& fileName) {
         const TQXViewDocument document = viewdoc::Load(fileName);
         TQXTreeUpdate update(*tvMain);
 
-        const QString previousConnection = FConnectionName;
+        // The connection to go back to, if the view has one.
+        const QString previousConnection = FDataAccess ? FConnectionName : QString();
         FDocumentName = document.DocumentName;
         FCreationConnectionName = document.CreationText2;
         FCreationCommand = document.CreationText3;
@@ -157,21 +158,30 @@ void TQXView::OpenViewDoc(const QString& fileName) {
             ConnectToDB();
         } catch (const std::exception& e) {
             TQXUIServices& ui = TQXUIServices::Current();
+            const QString created =
+                QStringLiteral("Document is created against database ") + document.ConnectionName;
+            QString reason = ExceptionMessage(e);
+            bool connected = false;
             if (!previousConnection.isEmpty()) {
-                ui.ShowMessage(QStringLiteral("Document is created against database ") +
-                               document.ConnectionName + QLatin1Char('\r') +
+                ui.ShowMessage(created + QLatin1Char('\r') +
                                QStringLiteral("Connection is changed to database ") +
                                previousConnection);
                 FConnectionName = previousConnection;
-                ConnectToDB();
-            } else {
+                try {
+                    ConnectToDB();
+                    connected = true;
+                } catch (const std::exception& again) {
+                    reason = ExceptionMessage(again);
+                }
+            }
+            if (!connected) {
                 // Nothing to go back to: the tree comes from the file alone,
                 // and the document keeps its connection for a later refresh.
-                ui.ShowMessage(QStringLiteral("Document is created against database ") +
-                               document.ConnectionName + QLatin1Char('\r') +
-                               QStringLiteral("It could not be opened (") + ExceptionMessage(e) +
+                ui.ShowMessage(created + QLatin1Char('\r') +
+                               QStringLiteral("It could not be opened (") + reason +
                                QStringLiteral("); the view shows the document without a "
                                               "connection"));
+                FConnectionName = document.ConnectionName;
                 FDataAccess = nullptr;
                 FTables.Clear();
             }

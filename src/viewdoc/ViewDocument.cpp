@@ -468,8 +468,14 @@ void Save(const TQXViewDocument& document, const QString& path) {
         throw fail(QStringLiteral("it is a folder"));
     if (!file.open(QIODevice::WriteOnly))
         throw fail(file.errorString());
-    if (file.write(bytes) != bytes.size()) {
-        const QString cause = file.errorString();
+    // A full disk may take part of a write without an error: the size on
+    // disk is what counts.
+    if (file.write(bytes) != bytes.size() || !file.flush() || file.size() != bytes.size()) {
+        QString cause = QStringLiteral("its ") + QString::number(bytes.size()) +
+                        QStringLiteral(" bytes could not all be written (is the disk full?)");
+        if (file.error() != QFileDevice::NoError &&
+            file.errorString() != QLatin1String("Unknown error"))
+            cause += QStringLiteral(": ") + file.errorString();
         file.cancelWriting();
         throw fail(cause);
     }
