@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include "host/BaseFunctions.h"
+#include "host/DiagramWindow.h"
 #include "host/FormInterface.h"
 #include "host/FormRegistry.h"
 #include "platform/UIServices.h"
@@ -35,8 +36,23 @@ QAction* AddItem(QMenu* menu, const QString& name, const QString& caption) {
 
 TQXMainWindow::TQXMainWindow(TQXBaseFunctions& baseFunctions, const QString& settingsFile)
     : FBaseFunctions(baseFunctions), FSettingsFile(settingsFile), FMdiArea(new QMdiArea(this)),
-      FHostMenu(this) {
+      FHostMenu(this), FDiagram(new TQXDiagramWindow(this)) {
     setObjectName(QStringLiteral("KorvaneMain"));
+    // A window of its own beside the main window, offered to the views
+    // before the first of them is made.
+    FDiagram->setWindowFlag(Qt::Window);
+    FBaseFunctions.RegisterWindow(QStringLiteral("Diagram"),
+                                  [diagram = QPointer<TQXDiagramWindow>(FDiagram)](
+                                      const QString& connection, const TQXItems& items,
+                                      const QString& command, QString& errorText) {
+                                      if (!diagram) {
+                                          errorText = tr("The Diagram window is closed");
+                                          return;
+                                      }
+                                      diagram->AddItems(connection, items, command, errorText);
+                                      diagram->show();
+                                      diagram->raise();
+                                  });
     setWindowTitle(QStringLiteral("Korvane"));
     FMdiArea->setViewMode(QMdiArea::TabbedView);
     FMdiArea->setDocumentMode(true);
@@ -212,6 +228,11 @@ TQXFormInterface* TQXMainWindow::OpenView(const QString& connectionName) {
                 ShowActiveView();
             },
             Qt::QueuedConnection);
+        if (QAction* diagram = form->FindMenuItem(QStringLiteral("Diagram2")))
+            connect(diagram, &QAction::triggered, FDiagram, [this] {
+                FDiagram->show();
+                FDiagram->raise();
+            });
         window->showMaximized();
         FMdiArea->setActiveSubWindow(window);
     } catch (const std::exception& e) {

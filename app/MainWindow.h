@@ -10,6 +10,7 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class TQXBaseFunctions;
+class TQXDiagramWindow;
 class TQXFormInterface;
 
 // Korvane's main window: the views as tabs, and a menu bar made of the
@@ -44,6 +45,8 @@ private:
     QString FSettingsFile;
     QMdiArea* FMdiArea;
     TQXMainMenu FHostMenu;
+    // The host window "Diagram": draws the tracks the views hand to it.
+    TQXDiagramWindow* FDiagram; // owned as a child window
     QList<QPointer<QMenu>> FComposedMenus;
     int FViewCount = 0;
 };

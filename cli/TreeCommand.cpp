@@ -39,7 +39,8 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
         return ExitOk;
     }
     const std::unique_ptr<TQXTreeWriter> writer = TQXTreeWriter::Create(options.Format);
-    CheckRepositoryExists(options.Repository);
+    if (!options.Repository.isEmpty())
+        CheckRepositoryExists(options.Repository);
     if (options.TimeoutSeconds >= 0) {
         RepositoryTimeouts timeouts;
         timeouts.connectSeconds = options.TimeoutSeconds;
@@ -52,17 +53,26 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
         err << "korvane-cli: note: " << driver.RepositoryNotice() << "\n";
     driver.AnswerYes(options.AnswerYes);
     driver.View().SetReadPath(options.Reference ? TQXReadPath::Reference : TQXReadPath::SetBased);
-    driver.Apply(options.Settings);
-    if (options.Filter.Given()) {
-        driver.Connect(); // the filter dialog comes with the connection
-        options.Filter.ApplyTo(driver.View());
+    if (options.OpenFile.isEmpty()) {
+        driver.Apply(options.Settings);
+        if (options.Filter.Given()) {
+            driver.Connect(); // the filter dialog comes with the connection
+            options.Filter.ApplyTo(driver.View());
+        }
+        if (options.Settings.Option && driver.View().cbOption->isHidden())
+            err << "korvane-cli: warning: this view has no option box; --option is ignored\n";
+        driver.Refresh();
+    } else {
+        for (QString note : driver.OpenDocument(options.OpenFile))
+            err << "korvane-cli: note: " << note.replace(QLatin1Char('\n'), QLatin1Char(' '))
+                << "\n";
     }
-    if (options.Settings.Option && driver.View().cbOption->isHidden())
-        err << "korvane-cli: warning: this view has no option box; --option is ignored\n";
-    driver.Refresh();
     Open(driver, options, err);
+    SelectAndTrack(driver, options);
     writer->SetFilter(TQXFilterInForce::Of(driver.View()));
     writer->Write(driver.Tree(), out);
+    if (!options.SaveFile.isEmpty())
+        driver.SaveDocument(options.SaveFile);
     ReportQuestions(driver, options.AnswerYes, err);
     return ExitOk;
 }
@@ -74,6 +84,34 @@ void TQXTreeCommand::Open(TQXViewDriver& driver, const TQXTreeOptions& options, 
     if (!options.Path.isEmpty() && !driver.ExpandPath(options.Path))
         throw EQXError(QStringLiteral("path not found: %1 (%2)")
                            .arg(options.PathText, MissingOnPath(driver, options.Path)));
+}
+
+void TQXTreeCommand::SelectAndTrack(TQXViewDriver& driver, const TQXTreeOptions& options) {
+    auto nodesOn = [&driver](const QStringList& path) {
+        const QList<TQXTreeNode*> nodes = driver.NodesOnPath(path);
+        if (nodes.isEmpty())
+            throw EQXError(QStringLiteral("path not found: %1 (%2)")
+                               .arg(path.join(QLatin1Char('/')), MissingOnPath(driver, path)));
+        return nodes;
+    };
+    const QList<TQXTreeNode*> before = driver.Tree().Selection();
+    for (const QStringList& path : options.Tracks) {
+        driver.Tree().SetSelection(nodesOn(path));
+        const qsizetype shown = driver.Ui().Messages().size();
+        driver.View().AddTrack1Click(nullptr);
+        if (driver.Ui().Messages().size() > shown)
+            throw EQXError(QStringLiteral("no track along %1: %2")
+                               .arg(path.join(QLatin1Char('/')), driver.Ui().Messages().last()));
+    }
+    if (options.Selects.isEmpty()) {
+        if (!options.Tracks.isEmpty())
+            driver.Tree().SetSelection(before);
+        return;
+    }
+    QList<TQXTreeNode*> selection;
+    for (const QStringList& path : options.Selects)
+        selection << nodesOn(path).constLast();
+    driver.Tree().SetSelection(selection);
 }
 
 QString TQXTreeCommand::MissingOnPath(TQXViewDriver& driver, const QStringList& path) {

@@ -17,6 +17,8 @@ public:
 private:
     // Opens the nodes the options ask for; warns when the node cap stopped it.
     static void Open(TQXViewDriver& driver, const TQXTreeOptions& options, QTextStream& err);
+    // Adds the --track paths as tracks, then selects the --select nodes.
+    static void SelectAndTrack(TQXViewDriver& driver, const TQXTreeOptions& options);
     // Which text of the path has no node, for the error message.
     static QString MissingOnPath(TQXViewDriver& driver, const QStringList& path);
     // The questions the view asked and how they were answered.

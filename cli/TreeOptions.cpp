@@ -51,6 +51,14 @@ const OptionDescription Descriptions[] = {
     {"case-sensitive", nullptr, "compare the filter's values case sensitively"},
     {"filter-on", nullptr, "switch the root-item filter on (also without conditions)"},
     {"filter-off", nullptr, "switch the root-item filter off (its conditions are kept, not used)"},
+    {"open", "FILE.kvv",
+     "print the tree stored in a view document instead of refreshing; REPO may then be left "
+     "out, and the view settings options do not apply"},
+    {"save", "FILE.kvv", "write the view (settings, tree, selection, tracks) to a view document"},
+    {"select", "TEXT/TEXT/...",
+     "select the node at the end of the path, opening the nodes before it; repeatable"},
+    {"track", "TEXT/TEXT/...",
+     "add a track made of the nodes along the path, opening them; repeatable"},
     {"help", nullptr, "show this text"},
 };
 
@@ -144,9 +152,11 @@ void ParseFilter(const QCommandLineParser& parser, const QStringList& arguments,
 
 QString TQXTreeOptions::Help() {
     QString text = QStringLiteral(
-        "usage: korvane-cli tree REPO [options]\n\n"
+        "usage: korvane-cli tree REPO [options]\n"
+        "       korvane-cli tree --open FILE.kvv [REPO] [options]\n\n"
         "Refreshes the view of REPO (a SQLite repository file or a PostgreSQL connection\n"
-        "string) with the given settings, opens nodes as asked and prints the tree.\n\n"
+        "string) with the given settings, opens nodes as asked and prints the tree; or\n"
+        "prints the tree of a view document, connected to REPO when given.\n\n"
         "options:\n");
     for (const OptionDescription& described : Descriptions) {
         QString left = QStringLiteral("--") + QLatin1String(described.Name);
@@ -199,20 +209,36 @@ TQXTreeOptions TQXTreeOptions::Parse(const QStringList& arguments) {
         options.HelpRequested = true;
         return options;
     }
+    auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
+    auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
+    options.OpenFile = value("open");
+    options.SaveFile = value("save");
     const QStringList positional = parser.positionalArguments();
-    if (positional.isEmpty())
+    if (positional.isEmpty() && options.OpenFile.isEmpty())
         throw EQXUsageError(QStringLiteral("tree needs a repository"));
     if (positional.size() > 1)
         throw EQXUsageError(QStringLiteral("tree takes one repository, not '%1'")
                                 .arg(positional.join(QStringLiteral("' '"))));
-    options.Repository = positional.constFirst();
+    options.Repository = positional.value(0);
 
-    auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
-    auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
-    for (const char* name :
-         {"type", "direction", "level", "limit", "depth", "path", "format", "max-nodes", "timeout"})
+    for (const char* name : {"type", "direction", "level", "limit", "depth", "path", "format",
+                             "max-nodes", "timeout", "open", "save"})
         if (parser.values(QLatin1String(name)).size() > 1)
             throw EQXUsageError(QStringLiteral("--%1 is given more than once").arg(name));
+    if (!options.OpenFile.isEmpty())
+        for (const char* name : {"type", "direction", "level", "limit", "option"})
+            if (isSet(name))
+                throw EQXUsageError(
+                    QStringLiteral("--%1 does not apply to --open: the document has its settings")
+                        .arg(name));
+    for (const QString& path : parser.values(QStringLiteral("select")))
+        options.Selects << SplitPath(path);
+    for (const QString& path : parser.values(QStringLiteral("track"))) {
+        options.Tracks << SplitPath(path);
+        if (options.Tracks.last().size() < 2)
+            throw EQXUsageError(
+                QStringLiteral("--track needs a path of at least two texts: '%1'").arg(path));
+    }
 
     if (isSet("type"))
         options.Settings.Type = Choose(QStringLiteral("view type"), value("type"), Types) ==

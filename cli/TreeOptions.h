@@ -12,6 +12,8 @@
 //        [--depth D | --expand-all] [--path P] [--format F] [--yes] [--max-nodes N]
 //        [--timeout SECONDS] [--filter "ATTRIBUTE OPERATOR VALUE" [--or] ...]
 //        [--case-sensitive] [--filter-on | --filter-off]
+//        [--select P]... [--track P]... [--save FILE]
+//   tree --open FILE [REPO] [the options above but the settings]
 class TQXTreeOptions {
 public:
     // Throws EQXUsageError for arguments that cannot be used.
@@ -31,4 +33,10 @@ public:
     int MaxNodes = 100000;   // opening stops once the tree holds as many nodes
     int TimeoutSeconds = -1; // for connecting and each statement; -1: as the settings say
     TQXFilterOptions Filter;
+    // View documents: the one to print instead of refreshing, the one to
+    // write; the paths to select and to add as tracks.
+    QString OpenFile;
+    QString SaveFile;
+    QList<QStringList> Selects;
+    QList<QStringList> Tracks;
 };

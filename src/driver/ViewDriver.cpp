@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include <algorithm>
 #include <deque>
 
 namespace {
@@ -79,15 +80,19 @@ TQXViewDriver::TQXViewDriver(const QString& repository) {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         throw EQXError(QStringLiteral("The view needs a QApplication"));
     auto parts = std::make_unique<Parts>();
-    QString connection = TQXBaseFunctions::ConnectionNameFor(repository);
-    if (connection.isEmpty())
-        connection = QStringLiteral("Repository");
-    parts->Host.SetConnection(connection, repository);
-    // Opened here, as the host opens a connection before its views use it,
-    // so that an unreachable repository fails with the database's reason.
-    parts->Opened = parts->Host.GetDataAccess(connection);
-    if (auto* notice = dynamic_cast<TQXRepositoryNotice*>(parts->Opened))
-        parts->Notice = notice->TakeRepositoryNotice();
+    QString connection;
+    if (!repository.isEmpty()) {
+        connection = TQXBaseFunctions::ConnectionNameFor(repository);
+        if (connection.isEmpty())
+            connection = QStringLiteral("Repository");
+        parts->Host.SetConnection(connection, repository);
+        // Opened here, as the host opens a connection before its views use
+        // it, so that an unreachable repository fails with the database's
+        // reason.
+        parts->Opened = parts->Host.GetDataAccess(connection);
+        if (auto* notice = dynamic_cast<TQXRepositoryNotice*>(parts->Opened))
+            parts->Notice = notice->TakeRepositoryNotice();
+    }
     parts->Form = TQXFormRegistry::Create(QStringLiteral("TQXView"), nullptr, 1, &parts->Host,
                                           QStringLiteral("View 1"), connection, QString());
     parts->View = qobject_cast<TQXView*>(parts->Form.get());
@@ -197,6 +202,35 @@ bool TQXViewDriver::ExpandPath(const QStringList& texts) {
         candidates = next;
     }
     return true;
+}
+
+QList<TQXTreeNode*> TQXViewDriver::NodesOnPath(const QStringList& texts) {
+    QList<TQXTreeNode*> path;
+    QList<TQXTreeNode*> candidates = Roots(Tree());
+    for (const QString& text : texts) {
+        const auto match =
+            std::find_if(candidates.cbegin(), candidates.cend(),
+                         [&text](TQXTreeNode* node) { return node->Text() == text; });
+        if (match == candidates.cend())
+            return {};
+        path << *match;
+        if (path.size() < texts.size()) {
+            Expand(*match);
+            candidates = Children(*match);
+        }
+    }
+    return path;
+}
+
+QStringList TQXViewDriver::OpenDocument(const QString& path) {
+    const TShownSince shown(Ui());
+    View().OpenViewDoc(path);
+    FParts->Connected = View().DataAccess() != nullptr;
+    return shown.Texts();
+}
+
+void TQXViewDriver::SaveDocument(const QString& path) {
+    View().SaveViewDoc(path);
 }
 
 TQXView& TQXViewDriver::View() {

@@ -22,7 +22,8 @@ class TQXTreeNode;
 class TQXViewDriver {
 public:
     // Opens the repository (SQLite file path or PostgreSQL connection
-    // string) in a new view. Throws EQXError when it cannot be opened.
+    // string) in a new view. Throws EQXError when it cannot be opened. An
+    // empty text gives a view without a repository, for view documents.
     explicit TQXViewDriver(const QString& repository);
     ~TQXViewDriver();
 
@@ -55,6 +56,14 @@ public:
     // Opens the nodes whose texts match the path, one text per depth;
     // false when a text is not found.
     bool ExpandPath(const QStringList& texts);
+
+    // The nodes along a path, one text per depth, the first match at each;
+    // every node but the last is opened. Empty when a text has no node.
+    QList<TQXTreeNode*> NodesOnPath(const QStringList& texts);
+    // Opens a view document and returns what the view told the user on the
+    // way (a changed connection). Throws EQXError when it cannot be read.
+    QStringList OpenDocument(const QString& path);
+    void SaveDocument(const QString& path);
 
     TQXView& View();
     TQXTreeControl& Tree();

@@ -3,6 +3,7 @@
 #include "platform/ImageList.h"
 
 #include <QHeaderView>
+#include <QItemSelection>
 #include <QMenu>
 #include <QSet>
 #include <QTreeWidget>
@@ -266,6 +267,21 @@ void TQXTreeControl::Select(TQXTreeNode* node, bool keepOthers) {
 void TQXTreeControl::Deselect(TQXTreeNode* node) {
     if (node)
         node->setSelected(false);
+}
+
+void TQXTreeControl::SetSelection(const QList<TQXTreeNode*>& nodes) {
+    QItemSelection selection;
+    QList<QPersistentModelIndex> order;
+    for (TQXTreeNode* node : nodes) {
+        if (!node || node->AsItem()->treeWidget() != FWidget)
+            continue;
+        const QModelIndex index = FWidget->indexFromItem(node->AsItem());
+        selection.select(index, index);
+        order << QPersistentModelIndex(index);
+    }
+    FWidget->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    // The order given, not the tree order that selecting together implies.
+    FSelectionOrder = order;
 }
 
 void TQXTreeControl::SetCurrent(TQXTreeNode* node) {

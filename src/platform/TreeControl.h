@@ -81,6 +81,8 @@ public:
     // Selects `node`, alone or added to the selection.
     void Select(TQXTreeNode* node, bool keepOthers = false);
     void Deselect(TQXTreeNode* node);
+    // Replaces the selection by `nodes`, selected in that order, in one step.
+    void SetSelection(const QList<TQXTreeNode*>& nodes);
     // The node with the keyboard focus.
     void SetCurrent(TQXTreeNode* node);
     // Where the node is drawn, in the coordinates of Viewport().

@@ -9,6 +9,7 @@
 #include "view/CallLookup.h"
 #include "view/ExpansionContext.h"
 #include "view/ViewOperations.h"
+#include "viewdoc/ViewDocument.h"
 
 #include <optional>
 
@@ -40,8 +41,9 @@ class TQXRecordReader;
 // limit), ViewCommands.cpp (the host's file and edit commands),
 // ViewRootItems.cpp (TQXRootItemLister), ViewDistribution.cpp
 // (TQXDistributionExpander), ViewDependencies.cpp (TQXDependenciesExpander),
-// ViewCallLookup.cpp (TQXCallLookup), ViewFilter.cpp (the root-item filter)
-// and ViewRegistration.cpp.
+// ViewCallLookup.cpp (TQXCallLookup), ViewFilter.cpp (the root-item filter),
+// ViewTracks.cpp (TQXTrackSelection), ViewDocument.cpp (view documents) and
+// ViewRegistration.cpp.
 class TQXView : public TQXFormInterface, public TQXViewOperations {
     Q_OBJECT
 
@@ -90,6 +92,24 @@ public:
     void SetFilter1Click();
     void ClearFilter1Click();
     void ActivateFilter(QObject* item, const QString& viewText);
+    // Tracks (ViewTracks.cpp): the Tracks menu and the track commands of the
+    // popup menu.
+    void Tracks1Click();
+    void AddTrack1Click(QObject* sender);
+    void AddTracktoTracks1Click(QObject* sender);
+    void AutoCompleteTrack1Click(QObject* sender);
+    void AutoCompleteTrackfromSelection1Click(QObject* sender);
+    void ShowTrack(QObject* sender);
+    void AddTracktoDiagram1Click(QObject* sender);
+    bool CheckValidTrackInSelection(bool levelsOnly, bool complete);
+    bool DataItemExistsInTrack(TQXTreeNode* node);
+    // The pause between the blinks of a completed track (100 ms).
+    void SetBlinkPause(int milliseconds) { FBlinkPause = milliseconds; }
+
+    // View documents (ViewDocument.cpp). Both throw EQXError; opening names
+    // the line that was wrong and leaves the view as it was.
+    void SaveViewDoc(const QString& fileName);
+    void OpenViewDoc(const QString& fileName);
 
     // The view's settings as the controls hold them, read once per refresh
     // or expansion.
@@ -172,6 +192,23 @@ private:
     void DropTracks();
     // The repository, tree and settings an expansion works with.
     TQXExpansionContext ExpansionContext(TQXRecordReader& records, const TQXViewSettings& settings);
+
+    // ViewTracks.cpp
+    void ConnectTrackCommands();
+    void EnableTrackCommands();
+    void AddTrackMenuItem(int index);
+    // ViewDocument.cpp
+    TQXViewDocument MakeDocument() const;
+    void BuildTree(const TQXViewDocument& document);
+    // The root-item filter's rows and case-sensitive box, to and from a document.
+    void FilterToDocument(TQXViewDocument& document) const;
+    void FilterFromDocument(const QList<TQXDocumentFilterRow>& rows, bool caseSensitive);
+    // The filter rows of the last document opened, written back unchanged.
+    QList<TQXDocumentFilterRow> FDocumentFilterRows;
+    bool FDocumentCaseSensitive = false;
+    // While a document builds the tree, expansions leave the nodes alone.
+    bool FLoadingDocument = false;
+    int FBlinkPause = 100;
 
     TQXFilter* FFilter = nullptr; // owned by the view through its parent
     TQXTableHandleSet FTables;

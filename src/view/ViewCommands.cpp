@@ -1,19 +1,48 @@
 // The host's file and edit commands as the view answers them. The file
-// commands belong to view documents and the edit commands to the tree
-// selection commands; until those are in place the view keeps the base
-// form's behaviour.
+// commands open and save view documents; the edit commands belong to the
+// tree selection commands, and until those are in place the view keeps the
+// base form's behaviour.
 #include "view/View.h"
 
+#include "host/BaseFunctionsInterface.h"
+#include "platform/UIServices.h"
+
+#include <QFileInfo>
+
 void TQXView::Open1Click(QObject* sender) {
-    TQXFormInterface::Open1Click(sender);
+    // Only the host's item for opening a view opens a document.
+    if (!sender || sender->objectName() != QLatin1String("View3")) {
+        TQXFormInterface::Open1Click(sender);
+        return;
+    }
+    const QString path = TQXUIServices::Current().OpenFileName(this, QStringLiteral("Open View"),
+                                                               viewdoc::FileFilter, QString());
+    if (!path.isEmpty())
+        OpenViewDoc(path);
 }
 
 void TQXView::Save1Click(QObject* sender) {
-    TQXFormInterface::Save1Click(sender);
+    if (FDocumentFile.isEmpty())
+        SaveAs1Click(sender);
+    else
+        SaveViewDoc(FDocumentFile);
 }
 
-void TQXView::SaveAs1Click(QObject* sender) {
-    TQXFormInterface::SaveAs1Click(sender);
+void TQXView::SaveAs1Click(QObject*) {
+    TQXUIServices& ui = TQXUIServices::Current();
+    const QString path = ui.SaveFileName(this, QStringLiteral("Save View As"), viewdoc::FileFilter,
+                                         FDocumentName, QStringLiteral("kvv"));
+    if (path.isEmpty())
+        return;
+    if (QFileInfo::exists(path) && !ui.Ask(QStringLiteral("Overwrite existing file?")))
+        return;
+    // The file's name without folders and without anything from its first ".".
+    const QString name = QFileInfo(path).fileName();
+    FDocumentName = name.left(name.indexOf(QLatin1Char('.')) >= 0 ? name.indexOf(QLatin1Char('.'))
+                                                                  : name.size());
+    setWindowTitle(QStringLiteral("Korvane - ") + FDocumentName);
+    FBaseFunctions->ViewRenamed(this, FDocumentName);
+    SaveViewDoc(path);
 }
 
 void TQXView::Print1Click(QObject* sender) {

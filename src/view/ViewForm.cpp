@@ -222,6 +222,11 @@ void TQXView::CreatePopupMenu() {
     showIn->menuAction()->setObjectName(QStringLiteral("Showin1"));
     item(showIn, QStringLiteral("Editor1"), QStringLiteral("Editor"));
     pmnuView->addSeparator();
+    item(pmnuView, QStringLiteral("AutoCompleteTrackfromSelection1"),
+         QStringLiteral("AutoComplete Track from Selection"))
+        ->setEnabled(false);
+    item(pmnuView, QStringLiteral("AddTracktoTracks1"), QStringLiteral("Add Track to Tracks"))
+        ->setEnabled(false);
     item(pmnuView, QStringLiteral("AddTracktoDiagram1"), QStringLiteral("Add Track to Diagram"));
 }
 

@@ -47,6 +47,7 @@ TQXView::TQXView(QWidget* owner, int windowNumber, TQXBaseFunctionsInterface* ba
     CreateMenus();
     CreatePopupMenu();
     ConnectControls();
+    ConnectTrackCommands();
     try {
         if (!FBaseFunctions)
             throw EQXError(QStringLiteral("no base functions object"));
@@ -114,7 +115,7 @@ void TQXView::RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender
     try {
         if (!dataAccess) {
             if (!FDocumentFile.isEmpty()) {
-                // Reopening the view document comes with view documents.
+                OpenViewDoc(FDocumentFile);
             } else {
                 try {
                     ConnectToDB();
@@ -185,6 +186,8 @@ void TQXView::RefreshCurrentView() {
 }
 
 void TQXView::NodeExpanded(TQXTreeNode* node) {
+    if (FLoadingDocument)
+        return; // the document brings the children
     TQXBusyCursor busy;
     TQXTreeUpdate update(*tvMain);
     const TQXViewSettings settings = Settings();

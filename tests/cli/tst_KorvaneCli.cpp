@@ -254,6 +254,15 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
             "--or must stand between two --filter options");
         row("on and off", {"tree", repo, "--filter-on", "--filter-off"}, 2,
             "--filter-on and --filter-off exclude each other");
+        row("settings of a document", {"tree", "--open", "x.kvv", "--level", "Object"}, 2,
+            "--level does not apply to --open");
+        row("track of one node", {"tree", repo, "--track", "MAIN [Program]"}, 2,
+            "--track needs a path of at least two texts");
+        row("track not found",
+            {"tree", repo, "--level", "Object", "--track", "MAIN [Program]/NOPE"}, 1,
+            "path not found: MAIN [Program]/NOPE (no node 'NOPE' under 'MAIN [Program]')");
+        row("not a document", {"tree", "--open", NotARepositoryFile()}, 1,
+            "TQXView.OpenViewDoc: line 2: the file ends before the second creation text");
     }
     void badUsageAndFailures() {
         QFETCH(QStringList, arguments);
@@ -266,6 +275,36 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
         QVERIFY2(run.Err.contains(message), qPrintable(run.Err));
         if (exitCode == 2 && !arguments.isEmpty())
             QVERIFY2(run.Err.contains("for the usage"), qPrintable(run.Err));
+    }
+
+    // A view saved with a track and a selection prints the same tree when
+    // opened, with or without its repository, and saves to the same bytes.
+    void documentsRoundTripThroughTheCli() {
+        QTemporaryDir dir;
+        const QString first = dir.filePath("first.kvv"), second = dir.filePath("second.kvv");
+        const ProgramRun saved = Tree({"--type", "Dependencies", "--level", "Object", "--track",
+                                       "BETA [Class]/MAIN [Program]/ZETA [Program]", "--select",
+                                       "MAIN [Program]/ZETA [Program]", "--save", first});
+        QVERIFY2(saved.ExitCode == 0, qPrintable(saved.Err));
+        const ProgramRun opened =
+            Cli({"tree", "--open", first, FRepo.Location(), "--save", second});
+        QVERIFY2(opened.ExitCode == 0, qPrintable(opened.Err));
+        QCOMPARE(opened.Out, saved.Out);
+        QCOMPARE(opened.Err, QString());
+        QFile a(first), b(second);
+        QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
+        const QList<QByteArray> before = a.readAll().split('\n'), after = b.readAll().split('\n');
+        QCOMPARE(before.value(0), QByteArray("View 1"));
+        QCOMPARE(after.value(0), QByteArray("View 1 on repository"));
+        QCOMPARE(after.mid(1), before.mid(1));
+        QVERIFY(before.contains("\r  TrackList  "));
+        QVERIFY(before.contains("\rBETA - ZETA"));
+
+        const ProgramRun alone = Cli({"tree", "--open", second});
+        QCOMPARE(alone.ExitCode, 0);
+        QCOMPARE(alone.Out, saved.Out);
+        QVERIFY2(alone.Err.contains("note: Document is created against database repository"),
+                 qPrintable(alone.Err));
     }
 
     void qtTakesNoneOfOurArguments() {
