@@ -203,9 +203,6 @@ private:
     // The root-item filter's rows and case-sensitive box, to and from a document.
     void FilterToDocument(TQXViewDocument& document) const;
     void FilterFromDocument(const QList<TQXDocumentFilterRow>& rows, bool caseSensitive);
-    // The filter rows of the last document opened, written back unchanged.
-    QList<TQXDocumentFilterRow> FDocumentFilterRows;
-    bool FDocumentCaseSensitive = false;
     // While a document builds the tree, expansions leave the nodes alone.
     bool FLoadingDocument = false;
     int FBlinkPause = 100;

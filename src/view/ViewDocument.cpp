@@ -3,7 +3,9 @@
 // repository for the nodes.
 #include "view/View.h"
 
+#include "filter/FilterDialog.h"
 #include "host/BaseFunctionsInterface.h"
+#include "host/QueryRow.h"
 #include "platform/BusyCursor.h"
 #include "platform/TreeControl.h"
 #include "platform/TreeUpdate.h"
@@ -16,8 +18,10 @@
 #include <QComboBox>
 #include <QHash>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -74,19 +78,40 @@ bool IsPlaceholderLine(const std::vector<TQXDocumentNode>& nodes, std::size_t i)
 
 // ------------------------------------------------------------ the filter seam
 
-// The root-item filter's rows in document form. Until the view has its
-// filter dialog, the rows of the document opened last are kept and written
-// back unchanged.
+// The filter dialog's first rows, as many as its where clause holds
+// conditions, and its case-sensitive box.
 void TQXView::FilterToDocument(TQXViewDocument& document) const {
-    document.FilterRows = FDocumentFilterRows;
-    document.CaseSensitive = FDocumentCaseSensitive;
+    document.FilterRows.clear();
+    document.CaseSensitive = false;
+    if (FFilter == nullptr)
+        return;
+    const int count = std::min(FFilter->WhereClause().Count(), FFilter->RowCount());
+    for (int i = 0; i < count; ++i) {
+        const TQXQueryRow* row = FFilter->GetQueryRow(i);
+        TQXDocumentFilterRow written;
+        written.PreviousJoint = i > 0 && FFilter->GetQueryRow(i - 1)->rbAnd->isChecked();
+        written.Attribute = row->cbAttribute->currentText() == QLatin1String("Files Name")
+                                ? 10
+                                : row->cbAttribute->currentIndex();
+        written.Operator = row->cbOperator->currentIndex();
+        written.Value = row->cbValue->currentText();
+        document.FilterRows << written;
+    }
+    document.CaseSensitive = FFilter->cbCaseSensitive->isChecked();
 }
 
-// Hands a document's filter rows to the root-item filter (after the
-// connection built a fresh filter dialog).
+// Hands a document's filter rows to the fresh filter dialog the connection
+// built, and applies them when there are any.
 void TQXView::FilterFromDocument(const QList<TQXDocumentFilterRow>& rows, bool caseSensitive) {
-    FDocumentFilterRows = rows;
-    FDocumentCaseSensitive = caseSensitive;
+    if (FFilter == nullptr)
+        return;
+    FFilter->WhereClause().Clear();
+    for (int i = 0; i < rows.size(); ++i)
+        FFilter->AddFilterRow(rows[i].Attribute, rows[i].Operator, rows[i].Value,
+                              rows[i].AddFilterRowJoint(i));
+    FFilter->cbCaseSensitive->setChecked(caseSensitive);
+    if (!rows.isEmpty())
+        FFilter->cbApplyClick();
 }
 
 // ------------------------------------------------------------------ writing

@@ -277,14 +277,17 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
             QVERIFY2(run.Err.contains("for the usage"), qPrintable(run.Err));
     }
 
-    // A view saved with a track and a selection prints the same tree when
-    // opened, with or without its repository, and saves to the same bytes.
+    // A view saved with a filter, a track and a selection prints the same
+    // tree when opened, with or without its repository, and saves to the
+    // same bytes (the filter rows pass through the filter dialog and back).
     void documentsRoundTripThroughTheCli() {
         QTemporaryDir dir;
         const QString first = dir.filePath("first.kvv"), second = dir.filePath("second.kvv");
-        const ProgramRun saved = Tree({"--type", "Dependencies", "--level", "Object", "--track",
-                                       "BETA [Class]/MAIN [Program]/ZETA [Program]", "--select",
-                                       "MAIN [Program]/ZETA [Program]", "--save", first});
+        const ProgramRun saved =
+            Tree({"--type", "Dependencies", "--level", "Object", "--filter",
+                  "Objects Name equals NONE,X", "--or", "--filter", "Objects Name contains A",
+                  "--track", "BETA [Class]/MAIN [Program]/ZETA [Program]", "--select",
+                  "MAIN [Program]/ZETA [Program]", "--save", first});
         QVERIFY2(saved.ExitCode == 0, qPrintable(saved.Err));
         const ProgramRun opened =
             Cli({"tree", "--open", first, FRepo.Location(), "--save", second});
@@ -299,6 +302,7 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
         QCOMPARE(after.mid(1), before.mid(1));
         QVERIFY(before.contains("\r  TrackList  "));
         QVERIFY(before.contains("\rBETA - ZETA"));
+        QVERIFY(before.contains("\r0,4,0,NONE,X") && before.contains("\r0,4,1,A"));
 
         const ProgramRun alone = Cli({"tree", "--open", second});
         QCOMPARE(alone.ExitCode, 0);
