@@ -1,5 +1,7 @@
 #include "platform/ScriptedUIServices.h"
 
+#include <QDialog>
+
 TQXScriptedUIServices::TQXScriptedUIServices() : FPrevious(TQXUIServices::SetCurrent(this)) {}
 
 TQXScriptedUIServices::~TQXScriptedUIServices() {
@@ -79,6 +81,35 @@ bool TQXScriptedUIServices::Print(QWidget*, const QString& documentTitle,
     FLastPrint.emplace(FPageHeight);
     draw(*FLastPrint);
     return true;
+}
+
+int TQXScriptedUIServices::ExecDialog(QDialog& dialog) {
+    FDialogs << dialog.windowTitle();
+    if (FDialogScripts.isEmpty()) {
+        FUnanswered << dialog.windowTitle();
+        return QDialog::Rejected;
+    }
+    return FDialogScripts.dequeue()(dialog);
+}
+
+std::unique_ptr<TQXProgress> TQXScriptedUIServices::StartProgress(QWidget*, const QString&) {
+    // Counts the reports and cancels after as many as set.
+    class Progress final : public TQXProgress {
+    public:
+        explicit Progress(TQXScriptedUIServices& ui) : FUi(ui) {
+            FUi.FProgressSteps = 0;
+            FUi.FProgressText.clear();
+        }
+        bool Step(int, const QString& text) override {
+            FUi.FProgressText = text;
+            ++FUi.FProgressSteps;
+            return FUi.FCancelProgressAfter == 0 || FUi.FProgressSteps < FUi.FCancelProgressAfter;
+        }
+
+    private:
+        TQXScriptedUIServices& FUi;
+    };
+    return std::make_unique<Progress>(*this);
 }
 
 void TQXScriptedUIServices::SetScreenCursor(Qt::CursorShape shape) {

@@ -30,6 +30,11 @@ public:
     void QueueChoice(const std::optional<QString>& choice) { FChoices.enqueue(choice); }
     void QueuePrint(bool print) { FPrintAnswers.enqueue(print); }
     void SetPageHeight(int height) { FPageHeight = height; }
+    // What the next modal dialog does: the script acts on it and answers its
+    // result. A dialog without one is rejected untouched.
+    void QueueDialog(std::function<int(QDialog&)> script) { FDialogScripts.enqueue(script); }
+    // Progress reports after which the operation counts as cancelled; 0: never.
+    void SetCancelProgressAfter(int steps) { FCancelProgressAfter = steps; }
 
     // What was shown.
     const QStringList& Messages() const { return FMessages; }
@@ -39,6 +44,11 @@ public:
     const QStringList& Unanswered() const { return FUnanswered; }
     const QList<Qt::CursorShape>& CursorLog() const { return FCursorLog; }
     const std::optional<TQXScriptedPrintCanvas>& LastPrint() const { return FLastPrint; }
+    // Window titles of the modal dialogs shown.
+    const QStringList& Dialogs() const { return FDialogs; }
+    // Progress reports of the last operation, and its last text.
+    int ProgressSteps() const { return FProgressSteps; }
+    const QString& ProgressText() const { return FProgressText; }
     void ClearLog();
 
     // The find dialog: whether one is open, and a search started from it.
@@ -60,6 +70,8 @@ public:
                   std::function<void(const TQXFindRequest&)> onFind) override;
     bool Print(QWidget* owner, const QString& documentTitle,
                const std::function<void(TQXPrintCanvas&)>& draw) override;
+    int ExecDialog(QDialog& dialog) override;
+    std::unique_ptr<TQXProgress> StartProgress(QWidget* owner, const QString& caption) override;
     void SetClipboardText(const QString& text) override { FClipboard = text; }
     QString ClipboardText() override { return FClipboard; }
     Qt::CursorShape ScreenCursor() override { return FCursor; }
@@ -89,4 +101,10 @@ private:
 
     QString FClipboard;
     Qt::CursorShape FCursor = Qt::ArrowCursor;
+
+    QQueue<std::function<int(QDialog&)>> FDialogScripts;
+    QStringList FDialogs;
+    int FCancelProgressAfter = 0;
+    int FProgressSteps = 0;
+    QString FProgressText;
 };

@@ -81,6 +81,11 @@ public:
     // Selects `node`, alone or added to the selection.
     void Select(TQXTreeNode* node, bool keepOthers = false);
     void Deselect(TQXTreeNode* node);
+    // Selects or deselects many nodes at once; nodes selected together join
+    // the selection order in tree order.
+    void SetSelected(const QList<TQXTreeNode*>& nodes, bool selected);
+    // The node drawn at a point of Viewport(); null on empty space.
+    TQXTreeNode* NodeAtPoint(const QPoint& point) const;
     // The node with the keyboard focus.
     void SetCurrent(TQXTreeNode* node);
     // Where the node is drawn, in the coordinates of Viewport().

@@ -228,6 +228,7 @@ void TQXView::CreatePopupMenu() {
     item(showIn, QStringLiteral("Editor1"), QStringLiteral("Editor"));
     pmnuView->addSeparator();
     item(pmnuView, QStringLiteral("AddTracktoDiagram1"), QStringLiteral("Add Track to Diagram"));
+    CreateToolCommands();
 }
 
 void TQXView::ConnectControls() {
