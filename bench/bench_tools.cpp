@@ -1,12 +1,13 @@
 // The item and row tools on a large estate, through the very view the host
 // shows (off screen):
 //  - "Expand All" from one application node of the Dependencies view by
-//    Application, TopDown: nodes opened per second and the process's peak
+//    Application, TopDown (the first one, or --root): nodes opened per
+//    second and the process's peak
 //    memory, stopped (as a user's Cancel would) after --max-nodes nodes;
 //  - "Show Dependent Rows" of an object called from --lines lines of one
 //    caller, added to a copy of the estate: median and p95.
 //
-//   bench_tools [--max-nodes N] [--lines N] [--runs N] REPOSITORY
+//   bench_tools [--max-nodes N] [--root TEXT] [--lines N] [--runs N] REPOSITORY
 #include "BenchStats.h"
 
 #include "driver/ViewDriver.h"
@@ -42,16 +43,18 @@ double PeakMiB() {
     return -1;
 }
 
-void ExpandAll(const QString& repository, int maxNodes) {
+void ExpandAll(const QString& repository, int maxNodes, const QString& rootText) {
     TQXViewDriver driver(repository);
     TQXViewSettings settings;
     settings.Type = TQXViewType::Dependencies;
     settings.Level = TQXLevel::Application;
+    settings.LimitText = QStringLiteral("100000");
     driver.Apply(settings);
     driver.Refresh();
     TQXTreeNode* root = nullptr;
     for (int i = 0; i < driver.Tree().RootCount() && !root; ++i)
-        if (TQXTreeControl::HasPlaceholder(driver.Tree().Root(i)))
+        if (TQXTreeControl::HasPlaceholder(driver.Tree().Root(i)) &&
+            (rootText.isEmpty() || driver.Tree().Root(i)->Text() == rootText))
             root = driver.Tree().Root(i);
     if (!root)
         throw EQXError(QStringLiteral("no application node to expand"));
@@ -144,6 +147,7 @@ int main(int argc, char* argv[]) {
         {QStringLiteral("max-nodes"), QString(), QStringLiteral("N"), QStringLiteral("20000")});
     parser.addOption(
         {QStringLiteral("lines"), QString(), QStringLiteral("N"), QStringLiteral("1000")});
+    parser.addOption({QStringLiteral("root"), QString(), QStringLiteral("TEXT")});
     parser.addOption({QStringLiteral("runs"), QString(), QStringLiteral("N"), QStringLiteral("5")});
     parser.process(app);
     if (parser.positionalArguments().size() != 1) {
@@ -153,7 +157,8 @@ int main(int argc, char* argv[]) {
     }
     const QString repository = parser.positionalArguments().constFirst();
     try {
-        ExpandAll(repository, parser.value(QStringLiteral("max-nodes")).toInt());
+        ExpandAll(repository, parser.value(QStringLiteral("max-nodes")).toInt(),
+                  parser.value(QStringLiteral("root")));
         DependentRows(repository, parser.value(QStringLiteral("lines")).toInt(),
                       parser.value(QStringLiteral("runs")).toInt());
     } catch (const std::exception& e) {
