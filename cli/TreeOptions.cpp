@@ -82,8 +82,10 @@ int Number(const QString& option, const QString& given, int least) {
     return value;
 }
 
+} // namespace
+
 // "A/B\/C" gives "A" and "B/C"; "\\" stands for a backslash.
-QStringList SplitPath(const QString& path) {
+QStringList TQXTreeOptions::SplitPath(const QString& path) {
     QStringList texts;
     QString text;
     for (qsizetype i = 0; i < path.size(); ++i) {
@@ -108,6 +110,8 @@ QStringList SplitPath(const QString& path) {
         throw EQXUsageError(QStringLiteral("--path has an empty text: '%1'").arg(path));
     return texts;
 }
+
+namespace {
 
 // Words filled into lines of at most 90 columns, every line after the first
 // indented by `indent`.

@@ -20,6 +20,8 @@ public:
     static TQXTreeOptions Parse(const QStringList& arguments);
     // The usage text: synopsis and every option.
     static QString Help();
+    // The texts of a --path: "A/B\/C" gives "A" and "B/C"; throws EQXUsageError.
+    static QStringList SplitPath(const QString& path);
 
     bool HelpRequested = false;
     QString Repository;

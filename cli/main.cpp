@@ -1,6 +1,9 @@
 // korvane-cli: the views of a repository without a window. Every command
 // drives the very view the host shows, off screen.
 #include "CommandTable.h"
+#include "PropsCommand.h"
+#include "RenameCommand.h"
+#include "RowsCommand.h"
 #include "TreeCommand.h"
 
 #include "sqlaccess/RepositoryConnection.h"
@@ -50,6 +53,9 @@ int main(int argc, char* argv[]) {
 
     TQXCommandTable commands(QStringLiteral("korvane-cli"));
     commands.Add(std::make_unique<TQXTreeCommand>());
+    commands.Add(std::make_unique<TQXPropsCommand>());
+    commands.Add(std::make_unique<TQXRenameCommand>());
+    commands.Add(std::make_unique<TQXRowsCommand>());
 
     QTextStream out(stdout);
     QTextStream err(stderr);

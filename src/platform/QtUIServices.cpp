@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -13,6 +14,7 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QProgressDialog>
 
 namespace {
 
@@ -112,10 +114,53 @@ bool TQXQtUIServices::Print(QWidget* owner, const QString& documentTitle,
     if (dialog.exec() != QDialog::Accepted)
         return false;
     printer.setPageOrientation(QPageLayout::Portrait);
+    // Print commands lay lines out in units of a 600 dpi printer.
+    printer.setResolution(600);
     printer.setDocName(documentTitle);
     TQXPrinterCanvas canvas(printer);
     draw(canvas);
     return true;
+}
+
+namespace {
+
+// A window-modal progress dialog that appears once the operation has taken
+// half a second, and lets events through a few times a second so that its
+// Cancel button works.
+class TQtProgress final : public TQXProgress {
+public:
+    TQtProgress(QWidget* owner, const QString& caption)
+        : FDialog(caption, QObject::tr("Cancel"), 0, 0, DialogParent(owner)) {
+        FDialog.setWindowTitle(caption);
+        FDialog.setWindowModality(Qt::WindowModal);
+        FDialog.setMinimumDuration(500);
+        FDialog.setAutoReset(false);
+        FStarted.start();
+        FLastEvents.start();
+    }
+
+    bool Step(int, const QString& text) override {
+        if (FLastEvents.elapsed() < 100)
+            return !FDialog.wasCanceled();
+        FLastEvents.restart();
+        if (!FDialog.isVisible() && FStarted.elapsed() >= 500)
+            FDialog.show();
+        FDialog.setLabelText(text);
+        QCoreApplication::processEvents();
+        return !FDialog.wasCanceled();
+    }
+
+private:
+    QProgressDialog FDialog;
+    QElapsedTimer FStarted;
+    QElapsedTimer FLastEvents;
+};
+
+} // namespace
+
+std::unique_ptr<TQXProgress> TQXQtUIServices::StartProgress(QWidget* owner,
+                                                            const QString& caption) {
+    return std::make_unique<TQtProgress>(owner, caption);
 }
 
 void TQXQtUIServices::SetClipboardText(const QString& text) {

@@ -19,6 +19,7 @@ public:
                   std::function<void(const TQXFindRequest&)> onFind) override;
     bool Print(QWidget* owner, const QString& documentTitle,
                const std::function<void(TQXPrintCanvas&)>& draw) override;
+    std::unique_ptr<TQXProgress> StartProgress(QWidget* owner, const QString& caption) override;
     void SetClipboardText(const QString& text) override;
     QString ClipboardText() override;
     Qt::CursorShape ScreenCursor() override;

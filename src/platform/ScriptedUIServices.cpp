@@ -35,9 +35,10 @@ bool TQXScriptedUIServices::Ask(const QString& text, TQXQuestionKind) {
 
 int TQXScriptedUIServices::ShowModal(QDialog& dialog) {
     FDialogs << dialog.windowTitle();
-    if (FDialogScripts.isEmpty())
+    if (FDialogScripts.isEmpty()) {
+        FUnanswered << dialog.windowTitle();
         dialog.reject();
-    else
+    } else
         FDialogScripts.dequeue()(dialog);
     return dialog.result();
 }
@@ -91,6 +92,26 @@ bool TQXScriptedUIServices::Print(QWidget*, const QString& documentTitle,
     FLastPrint.emplace(FPageHeight);
     draw(*FLastPrint);
     return true;
+}
+
+std::unique_ptr<TQXProgress> TQXScriptedUIServices::StartProgress(QWidget*, const QString&) {
+    // Counts the reports and cancels after as many as set.
+    class Progress final : public TQXProgress {
+    public:
+        explicit Progress(TQXScriptedUIServices& ui) : FUi(ui) {
+            FUi.FProgressSteps = 0;
+            FUi.FProgressText.clear();
+        }
+        bool Step(int, const QString& text) override {
+            FUi.FProgressText = text;
+            ++FUi.FProgressSteps;
+            return FUi.FCancelProgressAfter == 0 || FUi.FProgressSteps < FUi.FCancelProgressAfter;
+        }
+
+    private:
+        TQXScriptedUIServices& FUi;
+    };
+    return std::make_unique<Progress>(*this);
 }
 
 void TQXScriptedUIServices::SetScreenCursor(Qt::CursorShape shape) {

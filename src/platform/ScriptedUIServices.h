@@ -35,6 +35,8 @@ public:
         FDialogScripts.enqueue(std::move(script));
     }
     void SetPageHeight(int height) { FPageHeight = height; }
+    // Progress reports after which the operation counts as cancelled; 0: never.
+    void SetCancelProgressAfter(int steps) { FCancelProgressAfter = steps; }
 
     // What was shown.
     const QStringList& Messages() const { return FMessages; }
@@ -46,6 +48,9 @@ public:
     const QStringList& Unanswered() const { return FUnanswered; }
     const QList<Qt::CursorShape>& CursorLog() const { return FCursorLog; }
     const std::optional<TQXScriptedPrintCanvas>& LastPrint() const { return FLastPrint; }
+    // Progress reports of the last operation, and its last text.
+    int ProgressSteps() const { return FProgressSteps; }
+    const QString& ProgressText() const { return FProgressText; }
     void ClearLog();
 
     // The find dialog: whether one is open, and a search started from it.
@@ -68,6 +73,7 @@ public:
                   std::function<void(const TQXFindRequest&)> onFind) override;
     bool Print(QWidget* owner, const QString& documentTitle,
                const std::function<void(TQXPrintCanvas&)>& draw) override;
+    std::unique_ptr<TQXProgress> StartProgress(QWidget* owner, const QString& caption) override;
     void SetClipboardText(const QString& text) override { FClipboard = text; }
     QString ClipboardText() override { return FClipboard; }
     Qt::CursorShape ScreenCursor() override { return FCursor; }
@@ -99,4 +105,8 @@ private:
 
     QString FClipboard;
     Qt::CursorShape FCursor = Qt::ArrowCursor;
+
+    int FCancelProgressAfter = 0;
+    int FProgressSteps = 0;
+    QString FProgressText;
 };

@@ -284,6 +284,22 @@ void TQXTreeControl::SetSelection(const QList<TQXTreeNode*>& nodes) {
     FSelectionOrder = order;
 }
 
+void TQXTreeControl::SetSelected(const QList<TQXTreeNode*>& nodes, bool selected) {
+    QItemSelection selection;
+    for (TQXTreeNode* node : nodes) {
+        const QModelIndex index = FWidget->indexFromItem(node->AsItem());
+        selection.select(index, index);
+    }
+    if (selection.isEmpty())
+        return;
+    FWidget->selectionModel()->select(selection, selected ? QItemSelectionModel::Select
+                                                          : QItemSelectionModel::Deselect);
+}
+
+TQXTreeNode* TQXTreeControl::NodeAtPoint(const QPoint& point) const {
+    return TQXTreeNode::FromItem(FWidget->itemAt(point));
+}
+
 void TQXTreeControl::SetCurrent(TQXTreeNode* node) {
     FWidget->setCurrentItem(node ? node->AsItem() : nullptr);
 }

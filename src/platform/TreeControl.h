@@ -83,6 +83,11 @@ public:
     void Deselect(TQXTreeNode* node);
     // Replaces the selection by `nodes`, selected in that order, in one step.
     void SetSelection(const QList<TQXTreeNode*>& nodes);
+    // Selects or deselects many nodes at once; nodes selected together join
+    // the selection order in tree order.
+    void SetSelected(const QList<TQXTreeNode*>& nodes, bool selected);
+    // The node drawn at a point of Viewport(); null on empty space.
+    TQXTreeNode* NodeAtPoint(const QPoint& point) const;
     // The node with the keyboard focus.
     void SetCurrent(TQXTreeNode* node);
     // Where the node is drawn, in the coordinates of Viewport().

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QDialog;
@@ -17,6 +18,14 @@ struct TQXFindRequest {
     bool MatchCase = false;
     bool WholeWord = false;
     bool Down = true;
+};
+
+// How far a long operation got, shown while it runs; the user may cancel it.
+class TQXProgress {
+public:
+    virtual ~TQXProgress() = default;
+    // Reports the work done so far; false once the user cancelled.
+    virtual bool Step(int done, const QString& text) = 0;
 };
 
 // How a Yes/No question is presented.
@@ -60,6 +69,10 @@ public:
     // document drawn by `draw`; false when cancelled.
     virtual bool Print(QWidget* owner, const QString& documentTitle,
                        const std::function<void(TQXPrintCanvas&)>& draw) = 0;
+
+    // A progress indication for a long operation, shown while the returned
+    // object lives (a short operation may end before it appears).
+    virtual std::unique_ptr<TQXProgress> StartProgress(QWidget* owner, const QString& caption) = 0;
 
     virtual void SetClipboardText(const QString& text) = 0;
     virtual QString ClipboardText() = 0;

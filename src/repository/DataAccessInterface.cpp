@@ -81,6 +81,35 @@ const QString RangeText = QStringLiteral("the 32-bit range (-2147483648 to 21474
 
 } // namespace
 
+void TQXDataAccessInterface::BeginTransaction() {
+    throw EQXError(QStringLiteral("This repository connection cannot keep writes together"));
+}
+
+void TQXDataAccessInterface::CommitTransaction() {}
+
+void TQXDataAccessInterface::RollbackTransaction() {}
+
+TQXTransaction::TQXTransaction(TQXDataAccessInterface& dataAccess) : FDataAccess(dataAccess) {
+    FDataAccess.BeginTransaction();
+}
+
+TQXTransaction::~TQXTransaction() {
+    if (!FOpen)
+        return;
+    try {
+        FDataAccess.RollbackTransaction();
+    } catch (...) {
+        // A connection lost mid-way has rolled back on the server already.
+    }
+}
+
+void TQXTransaction::Commit() {
+    // A commit that fails (a SQLite file locked by a reader) leaves the
+    // transaction to the rollback of the destructor.
+    FDataAccess.CommitTransaction();
+    FOpen = false;
+}
+
 qint32 VariantToInt(const QVariant& value) {
     const WholeNumber read = ReadWholeNumber(value);
     switch (read.reading) {

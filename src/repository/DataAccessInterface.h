@@ -68,6 +68,32 @@ public:
     // the caller owns the result, positioned on its first row.
     virtual std::unique_ptr<TQXDataSet> OpenQuery(QObject* owner, const QStringList& sql,
                                                   int options) = 0;
+
+    // Writes kept together: everything written between BeginTransaction and
+    // CommitTransaction stays, or after RollbackTransaction none of it does.
+    // Not nested. A data-access object that cannot keep writes together
+    // refuses to begin (the default).
+    virtual void BeginTransaction();
+    virtual void CommitTransaction();
+    virtual void RollbackTransaction();
+};
+
+// One transaction for the lifetime of a scope: begun on construction, rolled
+// back on destruction unless committed, also when an exception leaves the
+// scope.
+class TQXTransaction {
+public:
+    explicit TQXTransaction(TQXDataAccessInterface& dataAccess);
+    ~TQXTransaction();
+
+    TQXTransaction(const TQXTransaction&) = delete;
+    TQXTransaction& operator=(const TQXTransaction&) = delete;
+
+    void Commit();
+
+private:
+    TQXDataAccessInterface& FDataAccess;
+    bool FOpen = true;
 };
 
 // What a data-access object has to tell the user once about its repository,

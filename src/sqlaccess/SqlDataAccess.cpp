@@ -226,3 +226,31 @@ std::unique_ptr<TQXDataSet> SqlDataAccess::OpenQuery(QObject*, const QStringList
     return std::make_unique<SqlQueryResult>(QueriedTable(text), statement.Columns(),
                                             std::move(rows));
 }
+
+void SqlDataAccess::BeginTransaction() {
+    SqlStatement statement(Database(), FRoundTrips);
+    try {
+        statement.Execute(IsPostgreSQL(Database()) ? QStringLiteral("BEGIN")
+                                                   : QStringLiteral("BEGIN IMMEDIATE"));
+    } catch (const EQXStatementTimeout&) {
+        throw;
+    } catch (const SqlError& e) {
+        ThrowWriteFailure(e);
+    }
+}
+
+void SqlDataAccess::CommitTransaction() {
+    SqlStatement statement(Database(), FRoundTrips);
+    statement.Execute(QStringLiteral("COMMIT"));
+}
+
+void SqlDataAccess::RollbackTransaction() {
+    for (const auto& table : std::as_const(FTables)) {
+        table->Close();
+        table->ReleaseCaches();
+    }
+    if (!Database().isOpen())
+        return; // the server rolled back when the connection went
+    SqlStatement statement(Database(), FRoundTrips);
+    statement.Execute(QStringLiteral("ROLLBACK"));
+}

@@ -50,6 +50,12 @@ public:
     void EndRefresh(bool flag1, bool flag2) override;
     std::unique_ptr<TQXDataSet> OpenQuery(QObject* owner, const QStringList& sql,
                                           int options) override;
+    // SQLite takes the write lock when the transaction begins, so a file
+    // locked by another program fails before anything is written. A rollback
+    // closes every selection: their records may hold values it undid.
+    void BeginTransaction() override;
+    void CommitTransaction() override;
+    void RollbackTransaction() override;
 
     // On the first call, the indexes of Korvane's schema the repository
     // lacks and what that costs; empty when it has them all, and on every

@@ -223,4 +223,30 @@ private:
     TQXExpandLimits FExpandLimits;
     bool FCheckingLimit = false;
     bool FHostRefreshFailed = false;
+
+public:
+    // ViewTools.cpp: item properties and deletion, dependent rows, and the
+    // commands on the tree and its selection (the edit and print commands
+    // above among them), with their popup entries.
+    void Properties2Click(QObject* sender);
+    void DeletethisItem1Click(QObject* sender);
+    void ShowDependentRows1Click(QObject* sender);
+    // The sender's name chooses the limits: "ExpandAllwithinObject1",
+    // "ExpandAllwithinPackage1", or none.
+    void ExpandAll1Click(QObject* sender);
+    void ChangeSelectedItems1Click(QObject* sender);
+    void CountSelectedItems1Click(QObject* sender);
+    // A press on the tree: a plain left click selects the node under the
+    // pointer alone (none on empty space).
+    void OnMouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, const QPoint& point);
+
+private:
+    void CreateToolCommands();
+    void EnableToolCommands();
+    // Where the next search starts (none: at the top), and the find
+    // dialog's last request.
+    TQXTreeNode* FFindNode = nullptr;
+    QString FFindText;
+    bool FFindMatchCase = false;
+    bool FFindDown = true;
 };

@@ -1,7 +1,5 @@
-// The host's file and edit commands as the view answers them. The file
-// commands open and save view documents; the edit commands belong to the
-// tree selection commands, and until those are in place the view keeps the
-// base form's behaviour.
+// The host's file commands as the view answers them: they open and save
+// view documents. Print and the edit commands are in ViewTools.cpp.
 #include "view/View.h"
 
 #include "host/BaseFunctionsInterface.h"
@@ -45,30 +43,6 @@ void TQXView::SaveAs1Click(QObject*) {
     SaveViewDoc(path);
 }
 
-void TQXView::Print1Click(QObject* sender) {
-    TQXFormInterface::Print1Click(sender);
-}
-
 void TQXView::Edit1Click(QObject* sender) {
     TQXFormInterface::Edit1Click(sender);
-}
-
-void TQXView::Copy1Click(QObject* sender) {
-    TQXFormInterface::Copy1Click(sender);
-}
-
-void TQXView::SelectAll1Click(QObject* sender) {
-    TQXFormInterface::SelectAll1Click(sender);
-}
-
-void TQXView::ClearSelection1Click(QObject* sender) {
-    TQXFormInterface::ClearSelection1Click(sender);
-}
-
-void TQXView::Find1Click(QObject* sender) {
-    TQXFormInterface::Find1Click(sender);
-}
-
-void TQXView::FindDialog1Find(QObject* sender) {
-    TQXFormInterface::FindDialog1Find(sender);
 }

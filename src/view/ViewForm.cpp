@@ -228,6 +228,7 @@ void TQXView::CreatePopupMenu() {
     item(pmnuView, QStringLiteral("AddTracktoTracks1"), QStringLiteral("Add Track to Tracks"))
         ->setEnabled(false);
     item(pmnuView, QStringLiteral("AddTracktoDiagram1"), QStringLiteral("Add Track to Diagram"));
+    CreateToolCommands();
 }
 
 void TQXView::ConnectControls() {

@@ -4,6 +4,7 @@
 #include "support/CliEstate.h"
 #include "support/RunProgram.h"
 #include "support/SilentServer.h"
+#include "tools/ToolsEstate.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -348,6 +349,41 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
                         run.Out.contains("--max-nodes N"));
             else
                 QVERIFY(run.Out.contains("  tree "));
+        }
+    }
+
+    void itemCommandsShowRenameAndListRows() {
+        TestRepository repo;
+        BuildToolsEstate(repo);
+        const QString computer = "ACCOUNTS/HOST@DC1";
+        ProgramRun run = Cli({"props", repo.Location(), "--path", computer});
+        QVERIFY2(run.ExitCode == 0, qPrintable(run.Err));
+        QVERIFY2(run.Out.startsWith("Type:        Computer\nName:        HOST@DC1\nIn File:     \n"
+                                    "Icon:        2 (Computer: mainframe)\n"
+                                    "Icons:       2 3 4 5 6 7 8\nKVID in DB:  QXAttributeID = 2\n"
+                                    "Editable:    name, icon\n"),
+                 qPrintable(run.Out));
+        run = Cli(
+            {"rename", repo.Location(), "--path", computer, "--name", "NEW@DC9", "--icon", "5"});
+        QCOMPARE(run.Out, QString("Computer HOST@DC1 renamed to NEW@DC9 (icon 5); 2 load records "
+                                  "changed\n"));
+        QCOMPARE(repo.Count("QXLOAD", "QXComputerType = 'NEW' AND QXComputerLocation = 'DC9'"), 2);
+        run = Cli({"rows", repo.Location(), "--path", "MAIN [Program]", "--path",
+                   "MAIN [Program]/ZETA [Program]"});
+        QCOMPARE(run.Out, QString("CALL 'ZETA'    [MAIN.START]\nCALL 'ZETA' AGAIN    [MAIN.LOOP]\n"
+                                  "CALL 'ZETA' ELSEWHERE    [MAIN]\n"));
+        // Paths that lead nowhere and kinds that do not allow it: bad usage.
+        for (const QStringList& arguments :
+             {QStringList{"props", repo.Location(), "--path", "ACCOUNTS/NOPE"},
+              QStringList{"rename", repo.Location(), "--path", "ACCOUNTS/NEW@DC9", "--name", "X",
+                          "--icon", "9"},
+              QStringList{"rename", repo.Location(), "--path",
+                          "ACCOUNTS/NEW@DC9/PAYROLL/MAIN [Program]", "--name", "X"},
+              QStringList{"rows", repo.Location(), "--path", "MAIN [Program]", "--path",
+                          "MAIN [Program]", "--level", "Object"}}) {
+            run = Cli(arguments);
+            QCOMPARE(run.ExitCode, 2);
+            QVERIFY2(run.Out.isEmpty() && !run.Err.isEmpty(), qPrintable(run.Err));
         }
     }
 };
