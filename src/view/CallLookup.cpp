@@ -133,31 +133,43 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
 // the other end exists and each of its records shares the item's system,
 // computer or application (what SameGrouping leaves out, whichever of a
 // file's records it reads). True may still find nothing kept.
-bool TQXCallLookup::MayHaveCallLeaving(const TQXItem& item, TQXDirection direction) {
-    QString grouping;
+QString TQXCallLookup::GroupingFiles(const TQXItem& item, const QString& alias) {
     if (item.ComputerID > 0)
-        grouping = QStringLiteral("s.QXComputerID = ") + where::Number(item.ComputerID);
-    else if (item.SystemID > 0)
-        grouping = QStringLiteral("s.QXSystemID = ") + where::Number(item.SystemID);
-    else if (item.ApplicationID > 0)
-        grouping = QStringLiteral("s.QXApplicationID = ") + where::Number(item.ApplicationID);
-    else
+        return alias + QStringLiteral(".QXComputerID = ") + where::Number(item.ComputerID);
+    if (item.SystemID > 0)
+        return alias + QStringLiteral(".QXSystemID = ") + where::Number(item.SystemID);
+    if (item.ApplicationID > 0)
+        return alias + QStringLiteral(".QXApplicationID = ") + where::Number(item.ApplicationID);
+    return QString();
+}
+
+QString TQXCallLookup::LeavesGrouping(const TQXItem& item, const QString& alias) {
+    const QString system = alias + QStringLiteral(".QXSystemID");
+    const QString computer = alias + QStringLiteral(".QXComputerID");
+    const QString application = alias + QStringLiteral(".QXApplicationID");
+    return QLatin1Char('(') + system + QStringLiteral(" IS NULL OR ") + computer +
+           QStringLiteral(" IS NULL OR ") + application + QStringLiteral(" IS NULL OR NOT (") +
+           system + QStringLiteral(" = ") + where::Number(item.SystemID) + QStringLiteral(" OR ") +
+           computer + QStringLiteral(" = ") + where::Number(item.ComputerID) +
+           QStringLiteral(" OR ") + application + QStringLiteral(" = ") +
+           where::Number(item.ApplicationID) + QStringLiteral("))");
+}
+
+bool TQXCallLookup::MayHaveCallLeaving(const TQXItem& item, TQXDirection direction) {
+    const QString grouping = GroupingFiles(item, QStringLiteral("s"));
+    if (grouping.isEmpty())
         return true;
     const bool topDown = direction == TQXDirection::TopDown;
     const QString own = topDown ? QStringLiteral("QXFromFileID") : QStringLiteral("QXFileID");
     const QString other = topDown ? QStringLiteral("QXFileID") : QStringLiteral("QXFromFileID");
-    const QString same =
-        QStringLiteral("(COALESCE(t.QXSystemID, 0) = ") + where::Number(item.SystemID) +
-        QStringLiteral(" OR COALESCE(t.QXComputerID, 0) = ") + where::Number(item.ComputerID) +
-        QStringLiteral(" OR COALESCE(t.QXApplicationID, 0) = ") +
-        where::Number(item.ApplicationID) + QLatin1Char(')');
     std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
         nullptr,
         {QStringLiteral("SELECT 1 FROM QXFILE s JOIN QXDEPENDENCIES d ON d.") + own +
              QStringLiteral(" = s.QXFileID WHERE ") + grouping,
          QStringLiteral(" AND (NOT EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = d.") + other +
              QStringLiteral(") OR EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = d.") + other +
-             QStringLiteral(" AND NOT ") + same + QStringLiteral("))"),
+             QStringLiteral(" AND ") + LeavesGrouping(item, QStringLiteral("t")) +
+             QStringLiteral("))"),
          QStringLiteral(" LIMIT 1")},
         0);
     const bool may = !query->Eof();

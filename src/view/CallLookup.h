@@ -71,6 +71,15 @@ public:
     bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst,
                          bool objectsSequential, TDependencies& list);
 
+    // Conditions on QXFILE under an alias, for joined statements over a
+    // system, computer or application item. GroupingFiles selects the item's
+    // own files as the lookup chooses them (computer, then system, then
+    // application; empty for any other item). LeavesGrouping holds for a
+    // file record that shares none of the item's three ids, or that lacks one
+    // (which a record-by-record read would refuse).
+    static QString GroupingFiles(const TQXItem& item, const QString& alias);
+    static QString LeavesGrouping(const TQXItem& item, const QString& alias);
+
 private:
     // A starting point of the lookup; PackageID holds a package id.
     struct Source {

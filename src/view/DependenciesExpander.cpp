@@ -5,6 +5,7 @@
 #include "repository/ImageIndexes.h"
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
+#include "view/CallLookup.h"
 #include "view/DependenciesCallChildren.h"
 #include "view/Recursion.h"
 #include "view/ViewOperations.h"
@@ -145,15 +146,8 @@ bool TQXDependenciesExpander::AddAttributesAtOnce(TQXTreeNode* node, const TQXIt
     const QString column = system     ? QStringLiteral("t.QXSystemID")
                            : computer ? QStringLiteral("t.QXComputerID")
                                       : QStringLiteral("t.QXApplicationID");
-    // The item's files, chosen as the call lookup chooses them.
-    QString grouping;
-    if (item.ComputerID > 0)
-        grouping = QStringLiteral("s.QXComputerID = ") + where::Number(item.ComputerID);
-    else if (item.SystemID > 0)
-        grouping = QStringLiteral("s.QXSystemID = ") + where::Number(item.SystemID);
-    else if (item.ApplicationID > 0)
-        grouping = QStringLiteral("s.QXApplicationID = ") + where::Number(item.ApplicationID);
-    else
+    const QString grouping = TQXCallLookup::GroupingFiles(item, QStringLiteral("s"));
+    if (grouping.isEmpty())
         return false;
     const bool topDown = FSettings.IsTopDown();
     const QString own = topDown ? QStringLiteral("d.QXFromFileID") : QStringLiteral("d.QXFileID");
@@ -168,12 +162,8 @@ bool TQXDependenciesExpander::AddAttributesAtOnce(TQXTreeNode* node, const TQXIt
              QStringLiteral(", MAX((SELECT COUNT(*) FROM QXFILE u WHERE u.QXFileID = "
                             "t.QXFileID)) FROM QXFILE s JOIN QXDEPENDENCIES d ON ") +
              own + QStringLiteral(" = s.QXFileID JOIN QXFILE t ON t.QXFileID = ") + other,
-         QStringLiteral(" WHERE ") + grouping +
-             QStringLiteral(" AND NOT (COALESCE(t.QXSystemID, 0) = ") +
-             where::Number(item.SystemID) + QStringLiteral(" OR COALESCE(t.QXComputerID, 0) = ") +
-             where::Number(item.ComputerID) +
-             QStringLiteral(" OR COALESCE(t.QXApplicationID, 0) = ") +
-             where::Number(item.ApplicationID) + QLatin1Char(')'),
+         QStringLiteral(" WHERE ") + grouping + QStringLiteral(" AND ") +
+             TQXCallLookup::LeavesGrouping(item, QStringLiteral("t")),
          QStringLiteral(" GROUP BY ") + column},
         0);
     QList<qint32> ids;
