@@ -226,6 +226,7 @@ void TQXView::CreatePopupMenu() {
     QMenu* showIn = pmnuView->addMenu(QStringLiteral("Show in"));
     showIn->menuAction()->setObjectName(QStringLiteral("Showin1"));
     item(showIn, QStringLiteral("Editor1"), QStringLiteral("Editor"));
+    AddFormViewerCommand();
     pmnuView->addSeparator();
     item(pmnuView, QStringLiteral("AddTracktoDiagram1"), QStringLiteral("Add Track to Diagram"));
 }
