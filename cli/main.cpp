@@ -1,6 +1,7 @@
 // korvane-cli: the views of a repository without a window. Every command
 // drives the very view the host shows, off screen.
 #include "CommandTable.h"
+#include "FormCommand.h"
 #include "TreeCommand.h"
 
 #include "sqlaccess/RepositoryConnection.h"
@@ -50,6 +51,7 @@ int main(int argc, char* argv[]) {
 
     TQXCommandTable commands(QStringLiteral("korvane-cli"));
     commands.Add(std::make_unique<TQXTreeCommand>());
+    commands.Add(std::make_unique<TQXFormCommand>());
 
     QTextStream out(stdout);
     QTextStream err(stderr);

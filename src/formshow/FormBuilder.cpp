@@ -45,7 +45,10 @@ std::optional<int> Integer(const QString& text) {
 // word before the last "="), for the words that are skipped.
 class TBuildState {
 public:
-    explicit TBuildState(TQXDataSet& words) : FWords(words) {}
+    // `keywords`: the operands the builder understands; a word skipped in
+    // one of them is punctuation between operands, not an operand of its own.
+    TBuildState(TQXDataSet& words, QStringList keywords)
+        : FWords(words), FKeywords(std::move(keywords)) {}
 
     TQXDataSet& Words() { return FWords; }
     TQXFormLayout& Layout() { return FLayout; }
@@ -58,9 +61,11 @@ public:
         FResetBy = keyword;
     }
     // A box whose text is still empty when the next begins is hidden.
-    void NewBox() {
+    void NewBox(const QString& keyword) {
         HideIfEmpty();
         FLayout.Boxes.emplace_back();
+        FOperandName = keyword;
+        ++FOperand;
     }
     void HideIfEmpty() {
         if (TQXFormBox* box = Box(); box && box->Text.isEmpty())
@@ -91,13 +96,19 @@ public:
         return std::nullopt;
     }
     void Taken() { FSkipped = false; }
-    // After the rules: a word skipped and taken by no later rule.
+    // After the rules: a word skipped and taken by no later rule, in an
+    // operand the builder does not know.
     void Settle() {
-        if (FSkipped && FOperand != FRecordedOperand) {
-            FLayout.NotUnderstood << (FOperandName.isEmpty() ? FPrevious : FOperandName);
-            FRecordedOperand = FOperand;
-        }
+        if (FSkipped && !FKeywords.contains(FOperandName))
+            NotUnderstood();
         FSkipped = false;
+    }
+    // The current operand was not understood (counted once).
+    void NotUnderstood() {
+        if (FOperand == FRecordedOperand)
+            return;
+        FLayout.NotUnderstood << FOperandName;
+        FRecordedOperand = FOperand;
     }
 
     // Step to the next word, adding 1 to the counter.
@@ -109,6 +120,7 @@ public:
 
 private:
     TQXDataSet& FWords;
+    const QStringList FKeywords;
     TQXFormLayout FLayout;
     int FCounter = 0;
     QString FResetBy;
@@ -169,12 +181,13 @@ TQXFormLayout TQXFormBuilder::Build(TQXDataSet& words, TQXDataAccessInterface& d
 
 TQXFormLayout TQXFormBuilder::VAG45_BuildForm(TQXDataSet& words, TQXDataAccessInterface& dataAccess,
                                               const TQXItem& item) {
-    TBuildState state(words);
+    TBuildState state(words, {QStringLiteral("row"), QStringLiteral("column"),
+                              QStringLiteral("bytes"), QStringLiteral("name")});
     while (!words.Eof()) {
         const TWord word = Current(words);
         state.See(word);
         if (word.Text == QLatin1String("row")) {
-            state.NewBox();
+            state.NewBox(word.Text);
             state.Reset(word.Text);
         } else if (word.Text == QLatin1String("column") || word.Text == QLatin1String("bytes") ||
                    word.Text == QLatin1String("name")) {
@@ -227,7 +240,9 @@ TQXFormLayout TQXFormBuilder::BMS_BuildForm(TQXDataSet& words, TQXDataAccessInte
                                             const TQXItem& item) {
     Q_UNUSED(dataAccess);
     Q_UNUSED(item);
-    TBuildState state(words);
+    TBuildState state(words,
+                      {QStringLiteral("DFHMDF"), QStringLiteral("POS"), QStringLiteral("LENGTH"),
+                       QStringLiteral("INITIAL"), QStringLiteral("PICOUT")});
     std::optional<QString> label;
     while (!words.Eof()) {
         const TWord word = Current(words);
@@ -235,7 +250,7 @@ TQXFormLayout TQXFormBuilder::BMS_BuildForm(TQXDataSet& words, TQXDataAccessInte
         if (word.Type == LabelWord) {
             label = word.Text;
         } else if (word.Text == QLatin1String("DFHMDF")) {
-            state.NewBox();
+            state.NewBox(word.Text);
             if (label) {
                 state.Box()->Text = *label;
                 state.Box()->Hint = *label;
@@ -269,7 +284,7 @@ TQXFormLayout TQXFormBuilder::BMS_BuildForm(TQXDataSet& words, TQXDataAccessInte
                     box->Width = *length * ColumnPixels;
                     taken = true;
                 } else if (state.ResetBy() == QLatin1String("LENGTH")) {
-                    state.Number(word, ColumnPixels, false);
+                    state.NotUnderstood();
                 }
             }
             if (!taken && counter < PictureCounter && word.Type == LiteralWord) {

@@ -66,7 +66,7 @@ TQXFormShow::~TQXFormShow() {
 QFont TQXFormShow::ScreenFont() {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setStyleHint(QFont::Monospace);
-    font.setPixelSize(13);
+    font.setPixelSize(15);
     // Each character takes one column's 10 pixels.
     const qreal advance = QFontMetricsF(font).horizontalAdvance(QLatin1Char('M'));
     if (advance > 0 && advance != TQXFormBuilder::ColumnPixels)
@@ -92,7 +92,13 @@ void TQXFormShow::CreateBoxes() {
         auto* box = new QLineEdit(FScreen);
         box->setReadOnly(true);
         box->setFont(font);
-        box->setTextMargins(0, 0, 0, 0);
+        // Text starts right after the frame (Qt keeps 2 pixels beside it);
+        // a literal's leading blank (where the terminal keeps the field's
+        // attribute) goes under the frame, so that a constant as long as its
+        // field shows whole.
+        constexpr int LineEditMargin = 2;
+        const int left = spec.Text.startsWith(QLatin1Char(' ')) ? TQXFormBuilder::ColumnPixels : 0;
+        box->setTextMargins(-LineEditMargin - left, 0, -LineEditMargin, 0);
         box->setGeometry(spec.Left, spec.Top, spec.Width, spec.Height);
         box->setText(spec.Text);
         box->setCursorPosition(0);
