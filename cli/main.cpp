@@ -4,6 +4,7 @@
 #include "PropsCommand.h"
 #include "RenameCommand.h"
 #include "RowsCommand.h"
+#include "FormCommand.h"
 #include "TreeCommand.h"
 
 #include "sqlaccess/RepositoryConnection.h"
@@ -56,6 +57,7 @@ int main(int argc, char* argv[]) {
     commands.Add(std::make_unique<TQXPropsCommand>());
     commands.Add(std::make_unique<TQXRenameCommand>());
     commands.Add(std::make_unique<TQXRowsCommand>());
+    commands.Add(std::make_unique<TQXFormCommand>());
 
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -91,6 +91,7 @@ int ObjectIcon(const QString& name) {
                                                         {"Dataset", icon::Dataset},
                                                         {"ObjectInFile", icon::ObjectInFile},
                                                         {"ObjectInFileAlt", icon::ObjectInFileAlt},
+                                                        {"ScreenMap", icon::ScreenMap},
                                                         {"OtherObject", icon::OtherObject}};
     for (const auto& [iconName, code] : icons)
         if (name == QLatin1String(iconName))

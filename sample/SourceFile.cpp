@@ -90,7 +90,7 @@ void TSourceRow::Plain(QStringView text) {
                 if (!part.isEmpty())
                     Add(part.toString(), word::Literal);
             if (close < n)
-                Add(quote, word::Literal);
+                FClosingQuotes.push_back(Add(quote, word::Literal));
             i = close + 1;
             continue;
         }
@@ -127,7 +127,7 @@ void TSourceRow::Marker(QStringView marker) {
             const QString quote(name.front());
             Add(quote, word::Literal);
             FCallWords.push_back(Add(name.mid(1, name.size() - 2).toString(), word::Literal));
-            Add(quote, word::Literal);
+            FClosingQuotes.push_back(Add(quote, word::Literal));
         } else {
             FCallWords.push_back(Add(name.toString(), word::Name));
         }
@@ -222,6 +222,11 @@ void TSourceRow::DeriveFlows(Flows flows) {
                 FFlows.emplace_back(from, to);
         }
     }
+}
+
+void TSourceRow::CloseLiteralsAs(int type) {
+    for (qint32 id : FClosingQuotes)
+        FWords.at(std::size_t(id - 1)).type = type;
 }
 
 void TSourceRow::Call(int marker, const TTarget& target, qint32 inheritsFile,

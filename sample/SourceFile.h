@@ -57,6 +57,13 @@ public:
 
     const QString& Text() const { return FText; }
 
+    // Gives the quotes that close literals the type `type`, as the loaders of
+    // screen maps store them: the literal's words (1001) end at the quote.
+    void CloseLiteralsAs(int type);
+    // Text the row holds that is no words (remarks, the continuation and
+    // sequence columns of fixed-format macro sources).
+    void AppendUntokenized(const QString& text) { FText += text; }
+
 private:
     friend class TSourceFile;
 
@@ -85,6 +92,7 @@ private:
     std::vector<qint32> FVariables; // the word named by each variable marker
     std::vector<bool> FIsDeclaration;
     std::vector<qint32> FCallWords;
+    std::vector<qint32> FClosingQuotes; // word ids
     std::vector<PendingCall> FCalls;
     std::vector<std::pair<qint32, qint32>> FFlows;
     int FSection;

@@ -54,19 +54,100 @@ QString Declaring(const QString& line, qsizetype start, qsizetype end, const QSt
 
 // --- BMS --------------------------------------------------------------------
 
+// One line of an assembler-format macro source: the label (first line of a
+// statement only), the macro and its operand field, which holds no blank
+// outside quotes. What follows the operand field (remarks, the continuation
+// column and the sequence columns) is no words. A statement whose operands
+// end with "," goes on in the next line, whose operand field starts after
+// blanks.
+struct TMacroLine {
+    QString label;
+    QString macro;
+    QString operands;
+    QString code; // the line up to the end of its operand field
+    QString tail; // what follows, trimmed
+    bool continuation = false;
+    bool continued = false;
+};
+
+// The end of the blank-free field that starts at `from`, quotes respected.
+qsizetype FieldEnd(const QString& line, qsizetype from) {
+    bool quoted = false;
+    qsizetype i = from;
+    for (; i < line.size(); ++i) {
+        if (line[i] == QLatin1Char('\''))
+            quoted = !quoted;
+        else if (line[i] == QLatin1Char(' ') && !quoted)
+            break;
+    }
+    return i;
+}
+
+qsizetype SkipBlanks(const QString& line, qsizetype from) {
+    while (from < line.size() && line[from] == QLatin1Char(' '))
+        ++from;
+    return from;
+}
+
+// Columns 1 to 71 hold the statement, 72 the continuation mark and 73 to 80
+// the sequence number.
+TMacroLine MacroLine(const QString& source, bool continuation) {
+    const QString line = source.left(71);
+    TMacroLine m;
+    m.continuation = continuation;
+    qsizetype at = 0;
+    if (!continuation) {
+        if (!line.startsWith(QLatin1Char(' '))) {
+            at = FieldEnd(line, 0);
+            m.label = line.left(at);
+        }
+        const qsizetype macro = SkipBlanks(line, at);
+        at = FieldEnd(line, macro);
+        m.macro = line.mid(macro, at - macro);
+    }
+    const qsizetype operands = SkipBlanks(line, at);
+    if (operands < line.size() && (continuation || operands - at < 6)) {
+        at = FieldEnd(line, operands);
+        m.operands = line.mid(operands, at - operands);
+    }
+    m.code = line.left(at);
+    m.tail = (line.mid(at) + source.mid(71)).trimmed();
+    m.continued = m.operands.endsWith(QLatin1Char(','));
+    return m;
+}
+
 struct TMacro {
     QString label;
-    QString statement; // the macro and its operands
+    QString statement; // the macro and its operands, continuations joined
     QString macro;
 };
 
-TMacro Macro(const QString& line) {
-    TMacro m;
-    if (!line.startsWith(QLatin1Char(' ')))
-        m.label = line.section(QLatin1Char(' '), 0, 0);
-    m.statement = line.mid(m.label.size()).trimmed();
-    m.macro = m.statement.section(QLatin1Char(' '), 0, 0);
-    return m;
+// The statements of a text, each with the lines it takes.
+struct TStatement {
+    TMacro macro;
+    std::vector<std::pair<qsizetype, TMacroLine>> lines;
+};
+
+std::vector<TStatement> Statements(const TEstateText& text) {
+    std::vector<TStatement> statements;
+    bool continuation = false;
+    for (qsizetype line = 0; line < text.Size(); ++line) {
+        if (text[line].isEmpty())
+            continue;
+        TMacroLine m = MacroLine(text[line], continuation);
+        if (!continuation) {
+            statements.emplace_back();
+            statements.back().macro.label = m.label;
+            statements.back().macro.macro = m.macro;
+            statements.back().macro.statement = m.macro;
+            if (!m.operands.isEmpty())
+                statements.back().macro.statement += QLatin1Char(' ');
+        }
+        statements.back().macro.statement += m.operands;
+        continuation = m.continued;
+        statements.back().lines.emplace_back(line, std::move(m));
+    }
+    return statements;
 }
 
 bool StartsMapSet(const TMacro& m) {
@@ -77,54 +158,78 @@ bool StartsMapSet(const TMacro& m) {
 
 void PlanMapSet(TEstate& estate, qint32 file, const TEstateText& text) {
     qint32 object = 0;
-    for (qsizetype line = 0; line < text.Size(); ++line) {
-        const TMacro m = Macro(text[line]);
-        if (StartsMapSet(m))
+    for (const TStatement& s : Statements(text)) {
+        if (StartsMapSet(s.macro))
             ++object;
-        else if (m.macro == QLatin1String("DFHMDI"))
-            estate.Define(QStringLiteral("MAP:") + m.label, TTarget{file, ++object, 0});
+        else if (s.macro.macro == QLatin1String("DFHMDI"))
+            estate.Define(QStringLiteral("MAP:") + s.macro.label, TTarget{file, ++object, 0});
     }
 }
 
-// The label takes columns 1 to 9, and more when it is longer.
+// The label takes columns 1 to 9, and more when it is longer; remarks and
+// the continuation and sequence columns start at column 72.
 void WriteMapSet(TEstate& estate, qint32 fileId, const TEstateText& text) {
     TSourceFile file(estate.Writer(), fileId, lang::Bms);
     qint32 set = 0;
     QString setName;
-    ForEachLine(text, [&](const QString& line) {
-        const TMacro m = Macro(line);
+    for (const TStatement& s : Statements(text)) {
+        const TMacro& m = s.macro;
         QString label = m.label;
-        if (StartsMapSet(m) || m.macro == QLatin1String("DFHMDI")) {
-            if (m.label.isEmpty())
-                throw Failure(m.macro + QStringLiteral(" without a name"));
-            if (StartsMapSet(m)) {
-                set = file.AddObject(TObjectInfo::Named(m.label, "BMS Mapset", icon::OtherObject));
-                setName = m.label;
+        try {
+            if (StartsMapSet(m) || m.macro == QLatin1String("DFHMDI")) {
+                if (m.label.isEmpty())
+                    throw Failure(m.macro + QStringLiteral(" without a name"));
+                if (StartsMapSet(m)) {
+                    set = file.AddObject(
+                        TObjectInfo::Named(m.label, "BMS Mapset", icon::OtherObject));
+                    setName = m.label;
+                    file.At(set);
+                } else if (set == 0) {
+                    throw Failure(QStringLiteral("a map outside a map set"));
+                } else {
+                    TObjectInfo map = TObjectInfo::Named(m.label, "BMS Map", icon::ScreenMap);
+                    map.parent = setName;
+                    file.At(file.AddObject(map));
+                }
+                label = QStringLiteral("[>") + m.label + QLatin1Char(']');
+            } else if (m.macro == QLatin1String("DFHMDF") && !m.label.isEmpty()) {
+                static const QRegularExpression length(QStringLiteral("LENGTH=([^,]+)"));
+                const QRegularExpressionMatch match = length.match(m.statement);
+                if (!match.hasMatch())
+                    throw Failure(QStringLiteral("a named field without LENGTH"));
+                label = Declaring(m.label, 0, m.label.size(),
+                                  QStringLiteral("X(") + match.captured(1) + QLatin1Char(')'));
+            } else if (m.macro == QLatin1String("DFHMSD")) {
                 file.At(set);
-            } else if (set == 0) {
-                throw Failure(QStringLiteral("a map outside a map set"));
-            } else {
-                TObjectInfo map = TObjectInfo::Named(m.label, "BMS Map", icon::ScreenMap);
-                map.parent = setName;
-                file.At(file.AddObject(map));
             }
-            label = QStringLiteral("[>") + m.label + QLatin1Char(']');
-        } else if (m.macro == QLatin1String("DFHMDF") && !m.label.isEmpty()) {
-            static const QRegularExpression length(QStringLiteral("LENGTH=(\\d+)"));
-            const QRegularExpressionMatch match = length.match(m.statement);
-            if (!match.hasMatch())
-                throw Failure(QStringLiteral("a named field without LENGTH"));
-            label = Declaring(m.label, 0, m.label.size(),
-                              QStringLiteral("X(") + match.captured(1) + QLatin1Char(')'));
-        } else if (m.macro == QLatin1String("DFHMSD")) {
-            file.At(set);
+        } catch (const EQXError& e) {
+            throw text.Error(s.lines.front().first, e.Message());
         }
-        const QString row =
-            m.label.isEmpty()
-                ? line
-                : label + QString(qMax(1, 9 - int(m.label.size())), QLatin1Char(' ')) + m.statement;
-        file.Emit(TSourceRow(row, TSourceRow::Flows::None, section::MapField));
-    });
+        for (const auto& [line, part] : s.lines) {
+            QString code = part.code;
+            qsizetype shown = code.size();
+            if (!part.continuation && !m.label.isEmpty()) {
+                const QString padding(qMax(1, 9 - int(m.label.size())), QLatin1Char(' '));
+                const QString statement =
+                    part.macro +
+                    (part.operands.isEmpty() ? QString() : QLatin1Char(' ') + part.operands);
+                code = label + padding + statement;
+                shown = m.label.size() + padding.size() + statement.size();
+            }
+            try {
+                TSourceRow row(code, TSourceRow::Flows::None, section::MapField);
+                row.CloseLiteralsAs(word::Symbol);
+                if (!part.tail.isEmpty())
+                    row.AppendUntokenized(
+                        QString(qMax<qsizetype>(1, 71 - shown), QLatin1Char(' ')) +
+                        (part.tail.front().isDigit() ? QStringLiteral(" ") : QString()) +
+                        part.tail);
+                file.Emit(row);
+            } catch (const EQXError& e) {
+                throw text.Error(line, e.Message());
+            }
+        }
+    }
 }
 
 // --- JCL --------------------------------------------------------------------
@@ -243,8 +348,9 @@ void WriteGeneratorSource(TEstate& estate, qint32 fileId, const TEstateText& tex
         } else if (tag == QLatin1String(":eprogram.")) {
             file.At(program);
         }
-        EmitCalling(estate, file, TSourceRow(line, TSourceRow::Flows::Cobol, declarations),
-                    functions);
+        TSourceRow row(line, TSourceRow::Flows::Cobol, declarations);
+        row.CloseLiteralsAs(word::Symbol);
+        EmitCalling(estate, file, std::move(row), functions);
     });
 }
 

@@ -8,3 +8,13 @@ TQXFormRegistrar::TQXFormRegistrar(const QString& className, TQXFormRegistry::Fa
 TQXFormRegistrar::~TQXFormRegistrar() {
     TQXFormRegistry::Unregister(FClassName);
 }
+
+TQXItemFormRegistrar::TQXItemFormRegistrar(const QString& className,
+                                           TQXFormRegistry::ItemFormFactory factory)
+    : FClassName(className) {
+    TQXFormRegistry::RegisterItemForm(className, std::move(factory));
+}
+
+TQXItemFormRegistrar::~TQXItemFormRegistrar() {
+    TQXFormRegistry::Unregister(FClassName);
+}

@@ -16,3 +16,16 @@ public:
 private:
     QString FClassName;
 };
+
+// The same for a form built for one item of a connection.
+class TQXItemFormRegistrar {
+public:
+    TQXItemFormRegistrar(const QString& className, TQXFormRegistry::ItemFormFactory factory);
+    ~TQXItemFormRegistrar();
+
+    TQXItemFormRegistrar(const TQXItemFormRegistrar&) = delete;
+    TQXItemFormRegistrar& operator=(const TQXItemFormRegistrar&) = delete;
+
+private:
+    QString FClassName;
+};

@@ -12,22 +12,36 @@ QMap<QString, TQXFormRegistry::Factory>& Factories() {
     return factories;
 }
 
+QMap<QString, TQXFormRegistry::ItemFormFactory>& ItemFormFactories() {
+    static QMap<QString, TQXFormRegistry::ItemFormFactory> factories;
+    return factories;
+}
+
 } // namespace
 
 void TQXFormRegistry::Register(const QString& className, Factory factory) {
+    ItemFormFactories().remove(className);
     Factories().insert(className, std::move(factory));
+}
+
+void TQXFormRegistry::RegisterItemForm(const QString& className, ItemFormFactory factory) {
+    Factories().remove(className);
+    ItemFormFactories().insert(className, std::move(factory));
 }
 
 void TQXFormRegistry::Unregister(const QString& className) {
     Factories().remove(className);
+    ItemFormFactories().remove(className);
 }
 
 bool TQXFormRegistry::IsRegistered(const QString& className) {
-    return Factories().contains(className);
+    return Factories().contains(className) || ItemFormFactories().contains(className);
 }
 
 QStringList TQXFormRegistry::ClassNames() {
-    return Factories().keys();
+    QStringList names = Factories().keys() + ItemFormFactories().keys();
+    names.sort();
+    return names;
 }
 
 std::unique_ptr<TQXFormInterface>
@@ -40,4 +54,14 @@ TQXFormRegistry::Create(const QString& className, QWidget* owner, int windowNumb
     // Copied: creating a form may load or unload libraries that change the map.
     const Factory factory = *it;
     return factory(owner, windowNumber, baseFunctions, documentName, connectionName, commandText);
+}
+
+std::unique_ptr<QWidget> TQXFormRegistry::CreateItemForm(const QString& className, QWidget* owner,
+                                                         TQXDataAccessInterface* dataAccess,
+                                                         const TQXItem& item) {
+    const auto it = ItemFormFactories().constFind(className);
+    if (it == ItemFormFactories().constEnd())
+        throw EQXError(QStringLiteral("Class %1 not found").arg(className));
+    const ItemFormFactory factory = *it;
+    return factory(owner, dataAccess, item);
 }

@@ -173,6 +173,14 @@ protected:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+public:
+    // ViewFormShow.cpp: "Show in" / "FormViewer" opens the screen map of the
+    // first selected node in a modeless TQXFormShow window, which it
+    // answers; offered for one selected node with image 16 or 17.
+    QWidget* FormViewer1Click();
+    void AddFormViewerCommand();
+    void EnableFormViewer();
+
 private:
     // ViewForm.cpp
     void CreateControls();

@@ -221,6 +221,7 @@ void TQXView::CreatePopupMenu() {
     QMenu* showIn = pmnuView->addMenu(QStringLiteral("Show in"));
     showIn->menuAction()->setObjectName(QStringLiteral("Showin1"));
     item(showIn, QStringLiteral("Editor1"), QStringLiteral("Editor"));
+    AddFormViewerCommand();
     pmnuView->addSeparator();
     item(pmnuView, QStringLiteral("AutoCompleteTrackfromSelection1"),
          QStringLiteral("AutoComplete Track from Selection"))

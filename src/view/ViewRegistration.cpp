@@ -1,5 +1,6 @@
-// Registers TQXView with the host's class registry while this library is
-// loaded.
+// Registers TQXView and TQXFormShow with the host's class registry while
+// this library is loaded.
+#include "formshow/FormShow.h"
 #include "host/FormRegistrar.h"
 #include "view/View.h"
 
@@ -13,5 +14,12 @@ const TQXFormRegistrar
                       return std::make_unique<TQXView>(owner, windowNumber, baseFunctions,
                                                        documentName, connectionName, commandText);
                   });
+
+const TQXItemFormRegistrar FormShowRegistrar(QStringLiteral("TQXFormShow"),
+                                             [](QWidget* owner, TQXDataAccessInterface* dataAccess,
+                                                const TQXItem& item) -> std::unique_ptr<QWidget> {
+                                                 return std::make_unique<TQXFormShow>(
+                                                     owner, dataAccess, item);
+                                             });
 
 } // namespace

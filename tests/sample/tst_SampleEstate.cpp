@@ -500,11 +500,12 @@ private slots:
                     .arg(language)
                     .arg(QLatin1String(keyword), word.arg(offset)));
         };
-        const std::tuple<int, const char*, int> counted[] = {
-            {20500, "row", 2}, {20500, "column", 2}, {20500, "bytes", 2},
-            {20525, "POS", 3}, {20525, "POS", 5},    {20525, "LENGTH", 2}};
-        for (const auto& [language, keyword, offset] : counted)
-            QVERIFY2(misplaced(language, keyword, offset) == 0, keyword);
+        // One LENGTH is a symbol on purpose: the viewer leaves that width unset.
+        const std::tuple<int, const char*, int, int> counted[] = {
+            {20500, "row", 2, 0}, {20500, "column", 2, 0}, {20500, "bytes", 2, 0},
+            {20525, "POS", 3, 0}, {20525, "POS", 5, 0},    {20525, "LENGTH", 2, 1}};
+        for (const auto& [language, keyword, offset, expected] : counted)
+            QVERIFY2(misplaced(language, keyword, offset) == expected, keyword);
         QCOMPARE(FDemo->Scalar("SELECT COUNT(DISTINCT QXWord) FROM QXWORD WHERE QXLanguageID = "
                                "20525 AND QXWord IN ('=', '(', ',', ')')"),
                  4);

@@ -8,6 +8,13 @@
        01  WS-EXPECTED                  PIC S9(11)V99 COMP-3.
        01  WS-RESULT                    PIC X(4).
        01  WS-FAILED                    PIC 9(4) VALUE ZERO.
+      * THE OPERATOR'S SCREEN, WRITTEN WITH DISPLAY ON THE CONSOLE
+      *@ object TESTSCRN | Console Screen | ScreenMap
+       01  TESTSCRN.
+           05  FILLER   PIC X(20) VALUE 'PAYCALC TEST DRIVER'.
+           05  FILLER   PIC X(14) VALUE 'FAILED CASES: '.
+           05  SCR-FAILED   PIC ZZZ9.
+      *@ end object
            COPY PAYREC.
        PROCEDURE DIVISION.
        0000-MAIN SECTION.
