@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <optional>
+#include <utility>
 
 class TQXDataAccessInterface;
 class TQXItem;
@@ -26,6 +29,20 @@ public:
     // object is). Calls whose line is missing are left out.
     QStringList Rows(const QString& condition);
 
+    // Rows reads the calling lines of all calls in a statement per few
+    // hundred lines (the default), or, as the reference, one statement per
+    // call; both give the same list.
+    void SetLineByLine(bool lineByLine) { FLineByLine = lineByLine; }
+
 private:
+    struct Line {
+        qint32 ObjectID = 0;
+        qint32 EntryID = 0;
+        QString Text;
+    };
+    // The first record of each (file, row) of the calls, by file and row.
+    QHash<std::pair<qint32, qint32>, Line> ReadLines(const QList<std::pair<qint32, qint32>>& keys);
+
     TQXDataAccessInterface& FDataAccess;
+    bool FLineByLine = false;
 };

@@ -2,13 +2,16 @@
 // PostgreSQL: what the dialog shows for each kind of item, renames carried
 // into load records, the close question, a failed save leaving every table
 // as it was, the delete rule, and the dependent rows of two selected nodes.
+#include "SampleEstate.h"
 #include "ToolsEstate.h"
 
 #include "driver/ViewDriver.h"
 #include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
 #include "repository/TreeItems.h"
+#include "repository/WhereText.h"
 #include "sqlaccess/RepositoryConnection.h"
+#include "sqlaccess/RepositorySchema.h"
 #include "sqlaccess/SqlDataAccess.h"
 #include "tools/AttributeWriter.h"
 #include "tools/DependentRows.h"
@@ -366,6 +369,39 @@ private slots:
         QCOMPARE(reader.Condition(*TQXItem::ForObject(1, 1), *TQXItem::ForPackage(5, 9), true),
                  std::optional<QString>(""));
         QVERIFY(reader.Rows("").isEmpty());
+    }
+
+    // Reading the calling lines together lists what reading them one by one
+    // lists, for every pair of objects and of entries that call each other
+    // in the demo estate.
+    void dependentRowsReadTogetherAsOneByOne() {
+        TestRepository estate(TestRepository::CurrentBackend());
+        QSqlDatabase db = estate.Db();
+        RepositorySchema::DropTables(db);
+        BuildSampleEstate(db, SampleEstateOptions{});
+        SqlDataAccess access(estate.Location());
+        TQXDependentRowsReader together(access), oneByOne(access);
+        oneByOne.SetLineByLine(true);
+        QSqlQuery pairs(db);
+        QVERIFY(pairs.exec("SELECT DISTINCT QXFromFileID, QXFromObjectID, QXFromEntryID, "
+                           "QXFileID, QXObjectID, QXEntryID FROM QXDEPENDENCIES"));
+        int compared = 0, lines = 0;
+        while (pairs.next()) {
+            auto id = [&](int i) { return pairs.value(i).toInt(); };
+            const QString objects = where::Keys({{"QXFromFileID", id(0)},
+                                                 {"QXFromObjectID", id(1)},
+                                                 {"QXFileID", id(3)},
+                                                 {"QXObjectID", id(4)}});
+            const QString entries =
+                objects + where::AndKey("QXFromEntryID", id(2)) + where::AndKey("QXEntryID", id(5));
+            for (const QString& condition : {objects, entries}) {
+                const QStringList rows = together.Rows(condition);
+                QCOMPARE(rows, oneByOne.Rows(condition));
+                ++compared;
+                lines += int(rows.size());
+            }
+        }
+        QVERIFY2(compared > 100 && lines > compared, qPrintable(QString::number(lines)));
     }
 };
 
