@@ -155,6 +155,50 @@ QString TQXCallLookup::LeavesGrouping(const TQXItem& item, const QString& alias)
            where::Number(item.ApplicationID) + QStringLiteral("))");
 }
 
+bool TQXCallLookup::HasDependencies(const TQXItem& item, TQXDirection direction,
+                                    bool objectsSequential, TDependencies& list) {
+    if (FPath == TQXReadPath::SetBased && item.FileID == 0 && item.PackageID == 0) {
+        try {
+            list.clear();
+            if (HasPlainCallLeaving(item, direction))
+                return true;
+        } catch (const std::exception& e) {
+            throw EQXError(QStringLiteral("TQXView.GetDependencies: ") + ExceptionMessage(e) +
+                           QChar(13));
+        }
+    }
+    return GetDependencies(item, direction, true, objectsSequential, list);
+}
+
+// True when a call of the grouping's files is kept for certain: the file at
+// its other end is missing, or it has one record, with whole ids, that
+// shares none of the item's system, computer and application. False says
+// only that no such call was found.
+bool TQXCallLookup::HasPlainCallLeaving(const TQXItem& item, TQXDirection direction) {
+    const QString grouping = GroupingFiles(item, QStringLiteral("s"));
+    if (grouping.isEmpty())
+        return false;
+    const bool topDown = direction == TQXDirection::TopDown;
+    const QString other = topDown ? QStringLiteral("d.QXFileID") : QStringLiteral("d.QXFromFileID");
+    std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
+        nullptr,
+        {QStringLiteral("SELECT 1 FROM QXFILE s JOIN QXDEPENDENCIES d ON ") +
+             (topDown ? QStringLiteral("d.QXFromFileID") : QStringLiteral("d.QXFileID")) +
+             QStringLiteral(" = s.QXFileID WHERE ") + grouping,
+         QStringLiteral(" AND (NOT EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = ") + other +
+             QStringLiteral(") OR ((SELECT COUNT(*) FROM QXFILE u WHERE u.QXFileID = ") + other +
+             QStringLiteral(") = 1 AND EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = ") +
+             other +
+             QStringLiteral(" AND t.QXSystemID IS NOT NULL AND t.QXComputerID IS NOT "
+                            "NULL AND t.QXApplicationID IS NOT NULL AND ") +
+             LeavesGrouping(item, QStringLiteral("t")) + QStringLiteral(")))"),
+         QStringLiteral(" LIMIT 1")},
+        0);
+    const bool found = !query->Eof();
+    query->Close();
+    return found;
+}
+
 bool TQXCallLookup::MayHaveCallLeaving(const TQXItem& item, TQXDirection direction) {
     const QString grouping = GroupingFiles(item, QStringLiteral("s"));
     if (grouping.isEmpty())

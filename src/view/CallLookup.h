@@ -71,6 +71,15 @@ public:
     bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst,
                          bool objectsSequential, TDependencies& list);
 
+    // Whether GetDependencies with stopAtFirst would keep a call; `list` is
+    // left undefined. A system, computer or application with a call that is
+    // kept for certain is answered by one joined statement (a broken file
+    // record met earlier in the record-by-record order is then reported by
+    // the expansion rather than here); anything else as GetDependencies
+    // answers it.
+    bool HasDependencies(const TQXItem& item, TQXDirection direction, bool objectsSequential,
+                         TDependencies& list);
+
     // Conditions on QXFILE under an alias, for joined statements over a
     // system, computer or application item. GroupingFiles selects the item's
     // own files as the lookup chooses them (computer, then system, then
@@ -93,6 +102,7 @@ private:
 
     bool SourceList(const TQXItem& item, std::vector<Source>& sources);
     bool MayHaveCallLeaving(const TQXItem& item, TQXDirection direction);
+    bool HasPlainCallLeaving(const TQXItem& item, TQXDirection direction);
     bool TopDown(const Source& s, const TQXItem& item, bool stopAtFirst, bool objectsSequential,
                  TDependencies& list);
     bool BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst, TDependencies& list);

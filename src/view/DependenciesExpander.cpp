@@ -333,7 +333,7 @@ void TQXDependenciesExpander::Finish(TQXTreeNode* node, const Roles& roles) {
         else if (code && !FSettings.IsTopDown())
             expandable = item->RowID == 0; // entries; lines of code are leaves
         else
-            expandable = FContext.View.GetDependencies(*item, FSettings.Direction, true);
+            expandable = FContext.View.HasDependencies(*item, FSettings.Direction);
         if (expandable)
             FContext.Tree.AddPlaceholder(child);
     }

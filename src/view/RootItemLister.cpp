@@ -417,7 +417,7 @@ void TQXRootItemLister::AddPlaceholders() {
             continue;
         bool expandable = false;
         if (FSettings.IsDependencies())
-            expandable = codeOrData || FView.GetDependencies(*item, FSettings.Direction, true);
+            expandable = codeOrData || FView.HasDependencies(*item, FSettings.Direction);
         else if (FDirection == 0)
             expandable = !data && (node->ImageIndex() == image::IconInFile ||
                                            node->ImageIndex() == image::IconInFileBottomUp

@@ -161,6 +161,7 @@ public:
     // (BottomUp) the item; true when any was kept.
     bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) override;
     const TDependencies& Dependencies() const override { return FDependencies; }
+    bool HasDependencies(const TQXItem& item, TQXDirection direction) override;
     TQXRootFilter FilterRootItems() override;
 
 protected:

@@ -8,3 +8,8 @@ bool TQXView::GetDependencies(const TQXItem& item, TQXDirection direction, bool 
     return TQXCallLookup(*FDataAccess, FTables, FCallCache, FReadPath)
         .GetDependencies(item, direction, stopAtFirst, cbOption->isChecked(), FDependencies);
 }
+
+bool TQXView::HasDependencies(const TQXItem& item, TQXDirection direction) {
+    return TQXCallLookup(*FDataAccess, FTables, FCallCache, FReadPath)
+        .HasDependencies(item, direction, cbOption->isChecked(), FDependencies);
+}

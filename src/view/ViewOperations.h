@@ -16,6 +16,11 @@ public:
     // (TopDown) or reach the item; true when any was kept.
     virtual bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) = 0;
     virtual const TDependencies& Dependencies() const = 0;
+    // Whether the item has any call to show, as GetDependencies with
+    // stopAtFirst answers it; Dependencies() is left undefined.
+    virtual bool HasDependencies(const TQXItem& item, TQXDirection direction) {
+        return GetDependencies(item, direction, true);
+    }
 
     // Narrows the selections to what the root-item filter lets through.
     virtual TQXRootFilter FilterRootItems() = 0;
