@@ -35,6 +35,7 @@ void TQXCallLookup::Cache::Clear() {
     FCallsFrom.clear();
     FCallsTo.clear();
     FCallCount = 0;
+    FObjectAnswers.clear();
 }
 
 TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
@@ -155,8 +156,65 @@ QString TQXCallLookup::LeavesGrouping(const TQXItem& item, const QString& alias)
            where::Number(item.ApplicationID) + QStringLiteral("))");
 }
 
+namespace {
+// An item that stands for a whole object.
+bool IsObjectItem(const TQXItem& item) {
+    return item.FileID > 0 && item.ObjectID > 0 && item.PackageID == 0 && item.EntryID == 0 &&
+           item.RowID == 0 && item.WordID == 0;
+}
+} // namespace
+
+// An object's calls are kept unless they go into the object itself (TopDown
+// without the option box) or come from it (BottomUp): read as one
+// condition per object, a statement per few hundred objects.
+void TQXCallLookup::PrepareObjectTests(const std::vector<const TQXItem*>& items,
+                                       TQXDirection direction, bool objectsSequential) {
+    if (FPath != TQXReadPath::SetBased)
+        return;
+    const bool topDown = direction == TQXDirection::TopDown;
+    const bool sequential = topDown && objectsSequential;
+    QList<std::pair<qint32, qint32>> objects;
+    for (const TQXItem* item : items)
+        if (item != nullptr && IsObjectItem(*item) &&
+            !FCache.FObjectAnswers.contains({topDown, sequential, item->FileID, item->ObjectID}))
+            objects << std::pair{item->FileID, item->ObjectID};
+    const char* file = topDown ? "QXFromFileID" : "QXFileID";
+    const char* object = topDown ? "QXFromObjectID" : "QXObjectID";
+    constexpr qsizetype ObjectsPerStatement = 200;
+    for (qsizetype i = 0; i < objects.size(); i += ObjectsPerStatement) {
+        QStringList any;
+        for (const auto& [fileID, objectID] : objects.mid(i, ObjectsPerStatement)) {
+            any << QLatin1Char('(') + where::Keys({{file, fileID}, {object, objectID}}) +
+                       QLatin1Char(')');
+            FCache.FObjectAnswers[{topDown, sequential, fileID, objectID}] = false;
+        }
+        std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
+            nullptr,
+            {QStringLiteral("SELECT DISTINCT ") + QLatin1String(file) + QStringLiteral(", ") +
+                 QLatin1String(object) + QStringLiteral(" FROM QXDEPENDENCIES WHERE (") +
+                 any.join(QStringLiteral(" OR ")) + QLatin1Char(')'),
+             sequential ? QString()
+                        : QStringLiteral(" AND NOT (QXFileID = QXFromFileID AND QXObjectID = "
+                                         "QXFromObjectID)")},
+            0);
+        for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get()))
+            FCache.FObjectAnswers[{topDown, sequential, query->FieldValue(0).toInt(),
+                                   query->FieldValue(1).toInt()}] = true;
+        query->Close();
+    }
+}
+
 bool TQXCallLookup::HasDependencies(const TQXItem& item, TQXDirection direction,
                                     bool objectsSequential, TDependencies& list) {
+    if (FPath == TQXReadPath::SetBased && IsObjectItem(item)) {
+        const bool topDown = direction == TQXDirection::TopDown;
+        const auto answer = FCache.FObjectAnswers.find(
+            {topDown, topDown && objectsSequential, item.FileID, item.ObjectID});
+        if (answer != FCache.FObjectAnswers.end()) {
+            list.clear();
+            return answer->second;
+        }
+    }
     if (FPath == TQXReadPath::SetBased && item.FileID == 0 && item.PackageID == 0) {
         try {
             list.clear();

@@ -10,7 +10,9 @@
 
 #include <QHash>
 
+#include <map>
 #include <optional>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -58,6 +60,9 @@ public:
         QHash<QString, std::vector<Call>> FCallsFrom; // TopDown, by condition
         QHash<QString, std::vector<Call>> FCallsTo;   // BottomUp, by condition
         qsizetype FCallCount = 0;
+        // Whether an object has a call to show, read for many objects at
+        // once: by direction, option box, file and object.
+        std::map<std::tuple<bool, bool, qint32, qint32>, bool> FObjectAnswers;
     };
 
     TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, Cache& cache,
@@ -79,6 +84,11 @@ public:
     // answers it.
     bool HasDependencies(const TQXItem& item, TQXDirection direction, bool objectsSequential,
                          TDependencies& list);
+    // On the set-based path, reads for all object items among these in a
+    // statement per few hundred whether they have a call to show; later
+    // HasDependencies calls for them answer from that.
+    void PrepareObjectTests(const std::vector<const TQXItem*>& items, TQXDirection direction,
+                            bool objectsSequential);
 
     // Conditions on QXFILE under an alias, for joined statements over a
     // system, computer or application item. GroupingFiles selects the item's

@@ -322,6 +322,12 @@ bool TQXDependenciesExpander::MakesCallInto(const TQXItem& entry, const TQXItem&
 void TQXDependenciesExpander::Finish(TQXTreeNode* node, const Roles& roles) {
     const bool code = FSettings.Level == TQXLevel::Code;
     const TQXPathItems path(node);
+    if (!code) {
+        std::vector<const TQXItem*> items;
+        for (int i = 0; i < node->ChildCount(); ++i)
+            items.push_back(node->Child(i)->ItemAs<TQXItem>());
+        FContext.View.PrepareHasDependencies(items, FSettings.Direction);
+    }
     for (int i = node->ChildCount() - 1; i >= 0; --i) {
         TQXTreeNode* child = node->Child(i);
         const TQXItem* item = child->ItemAs<TQXItem>();

@@ -410,6 +410,12 @@ void TQXRootItemLister::ListWords() {
 void TQXRootItemLister::AddPlaceholders() {
     const bool data = FSettings.Level == TQXLevel::Data;
     const bool codeOrData = data || FSettings.Level == TQXLevel::Code;
+    if (FSettings.IsDependencies() && !codeOrData) {
+        std::vector<const TQXItem*> items;
+        for (int i = 0; i < FTree.RootCount(); ++i)
+            items.push_back(FTree.Root(i)->ItemAs<TQXItem>());
+        FView.PrepareHasDependencies(items, FSettings.Direction);
+    }
     for (int i = FTree.RootCount() - 1; i >= 0; --i) {
         TQXTreeNode* node = FTree.Root(i);
         const auto* item = node->ItemAs<TQXItem>();

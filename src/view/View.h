@@ -162,6 +162,8 @@ public:
     bool GetDependencies(const TQXItem& item, TQXDirection direction, bool stopAtFirst) override;
     const TDependencies& Dependencies() const override { return FDependencies; }
     bool HasDependencies(const TQXItem& item, TQXDirection direction) override;
+    void PrepareHasDependencies(const std::vector<const TQXItem*>& items,
+                                TQXDirection direction) override;
     TQXRootFilter FilterRootItems() override;
 
 protected:

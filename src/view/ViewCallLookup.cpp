@@ -9,6 +9,12 @@ bool TQXView::GetDependencies(const TQXItem& item, TQXDirection direction, bool 
         .GetDependencies(item, direction, stopAtFirst, cbOption->isChecked(), FDependencies);
 }
 
+void TQXView::PrepareHasDependencies(const std::vector<const TQXItem*>& items,
+                                     TQXDirection direction) {
+    TQXCallLookup(*FDataAccess, FTables, FCallCache, FReadPath)
+        .PrepareObjectTests(items, direction, cbOption->isChecked());
+}
+
 bool TQXView::HasDependencies(const TQXItem& item, TQXDirection direction) {
     return TQXCallLookup(*FDataAccess, FTables, FCallCache, FReadPath)
         .HasDependencies(item, direction, cbOption->isChecked(), FDependencies);

@@ -4,6 +4,8 @@
 #include "repository/Dependency.h"
 #include "repository/ViewSettings.h"
 
+#include <vector>
+
 class TQXItem;
 
 // What the classes that list and expand the tree ask of their view. TQXView
@@ -20,6 +22,13 @@ public:
     // stopAtFirst answers it; Dependencies() is left undefined.
     virtual bool HasDependencies(const TQXItem& item, TQXDirection direction) {
         return GetDependencies(item, direction, true);
+    }
+    // Announces the items HasDependencies is about to be asked for, so that
+    // their answers can be read together.
+    virtual void PrepareHasDependencies(const std::vector<const TQXItem*>& items,
+                                        TQXDirection direction) {
+        Q_UNUSED(items);
+        Q_UNUSED(direction);
     }
 
     // Narrows the selections to what the root-item filter lets through.
