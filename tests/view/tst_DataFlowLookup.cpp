@@ -147,7 +147,7 @@ void BuildEstate(TestRepository& repo) {
                 "QXFromRowID, QXFromWordID",
                 {{8, 8, 0, 1, 1, 1, 40, 1},
                  {3, 1, 0, 1, 1, 1, 40, 2},
-                 {3, 9, 0, 1, 1, 1, 40, 5},
+                 {3, 9, 0, 1, 1, 1, 40, 4},
                  {4, 1, 0, 1, 1, 0, 3, 0},   // PAYCALC includes EMPREC
                  {6, 1, 0, 5, 2, 0, 1, 0}}); // JOBB's file includes PROCLIB
 }
