@@ -15,7 +15,10 @@
 TQXBaseFunctions::TQXBaseFunctions(QObject* parent)
     : QObject(parent), FFactory([](const QString& repository) {
           return std::make_unique<SqlDataAccess>(repository);
-      }) {}
+      }) {
+    for (const TQXLanguageSetting& language : ShippedLanguages())
+        SetLanguageDefinition(language);
+}
 
 TQXBaseFunctions::~TQXBaseFunctions() = default;
 
@@ -50,6 +53,8 @@ void TQXBaseFunctions::LoadSettings(QSettings& settings) {
     FTreeFontName = settings.value(QStringLiteral("FontName"), FTreeFontName).toString();
     FTreeFontSize = settings.value(QStringLiteral("FontSize"), FTreeFontSize).toInt();
     settings.endGroup();
+    for (const TQXLanguageSetting& language : LanguagesFromSettings(settings))
+        SetLanguageDefinition(language);
     emit ConnectionsChanged();
 }
 
@@ -74,6 +79,14 @@ void TQXBaseFunctions::SetTreeFont(const QString& name, int size) {
 
 void TQXBaseFunctions::SetLanguageName(int languageID, const QString& name) {
     FLanguageNames.insert(languageID, name);
+}
+
+void TQXBaseFunctions::SetLanguageDefinition(const TQXLanguageSetting& language) {
+    auto definition =
+        std::make_unique<TQXLanguageDefinition>(language.LanguageID, language.Name, language.Scope);
+    SetLanguageName(language.LanguageID, language.Name);
+    RegisterNamedObject(definition->objectName(), definition.get());
+    FLanguageDefinitions[definition->objectName()] = std::move(definition);
 }
 
 void TQXBaseFunctions::RegisterNamedObject(const QString& name, QObject* object) {

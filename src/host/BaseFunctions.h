@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/BaseFunctionsInterface.h"
+#include "host/LanguageDefinition.h"
 #include "repository/DataAccessInterface.h"
 
 #include <QHash>
@@ -18,7 +19,8 @@ class QSettings;
 // The host's base functions: a map of configured connections (name to
 // repository text: a SQLite file path or a PostgreSQL connection string),
 // one data-access object per connection, opened on first use and owned
-// here, the tree font, language names and named host objects. Host windows
+// here, the tree font, language names and definitions, and named host
+// objects. Host windows
 // that take items register under their window names.
 class TQXBaseFunctions : public QObject, public TQXBaseFunctionsInterface {
     Q_OBJECT
@@ -46,12 +48,16 @@ public:
     // Whether the connection's data-access object is open.
     bool IsOpen(const QString& name) const { return FDataAccess.count(name) > 0; }
 
-    // Settings: [Connections] name=repository; [Tree] FontName, FontSize.
+    // Settings: [Connections] name=repository; [Tree] FontName, FontSize;
+    // [Languages] id=name, scope (added to or replacing the shipped ones).
     void LoadSettings(QSettings& settings);
     void SaveSettings(QSettings& settings) const;
 
     void SetTreeFont(const QString& name, int size);
     void SetLanguageName(int languageID, const QString& name);
+    // Names the language and registers its definition as the named object
+    // "LangDef_" + name, replacing one of the same name.
+    void SetLanguageDefinition(const TQXLanguageSetting& language);
     void RegisterNamedObject(const QString& name, QObject* object);
     void RegisterWindow(const QString& windowName, WindowHandler handler);
 
@@ -83,5 +89,6 @@ private:
     int FTreeFontSize = 0;
     QHash<int, QString> FLanguageNames;
     QHash<QString, QPointer<QObject>> FNamedObjects;
+    std::map<QString, std::unique_ptr<TQXLanguageDefinition>> FLanguageDefinitions;
     QHash<QString, WindowHandler> FWindows;
 };

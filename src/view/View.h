@@ -2,11 +2,13 @@
 
 #include "host/FormInterface.h"
 #include "host/MainMenu.h"
+#include "repository/DataFlow.h"
 #include "repository/Dependency.h"
 #include "repository/TableHandleSet.h"
 #include "repository/ViewSettings.h"
 #include "tracks/Track.h"
 #include "view/CallLookup.h"
+#include "view/DataFlowLookup.h"
 #include "view/ExpansionContext.h"
 #include "view/ViewOperations.h"
 #include "viewdoc/ViewDocument.h"
@@ -165,6 +167,11 @@ public:
     void PrepareHasDependencies(const std::vector<const TQXItem*>& items,
                                 TQXDirection direction) override;
     TQXRootFilter FilterRootItems() override;
+    // Fills FDataFlows with the flows of a variable: where its value goes
+    // (direction 0) or comes from (any other); true when it takes part in
+    // any. With checkOnly it answers at the first flow and keeps no list.
+    bool GetDataFlow(const TQXDataItem& item, int direction, bool checkOnly);
+    const TDataFlows& DataFlows() const { return FDataFlows; }
 
 protected:
     // Narrows the selections of QXFILE, QXPACKAGE, QXOBJECT and QXENTRY to
@@ -225,6 +232,9 @@ private:
     // What call lookups read, kept for one refresh.
     TQXCallLookup::Cache FCallCache;
     TQXReadPath FReadPath = TQXReadPath::SetBased;
+    TDataFlows FDataFlows;
+    // The language definition last looked up; owned by the host.
+    QPointer<TQXLanguageDefinition> FLanguageDefinition;
     // Condition texts of the root-item filter, set by SetFilter.
     QString FObjectFilter;
     QString FEntryFilter;

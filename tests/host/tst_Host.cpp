@@ -144,6 +144,39 @@ private slots:
         QCOMPARE(host.TreeFontSize(), 11);
     }
 
+    void languageDefinitionsShippedAndFromSettings() {
+        QTemporaryDir dir;
+        const QString file = dir.filePath("korvane.ini");
+        {
+            QSettings settings(file, QSettings::IniFormat);
+            settings.setValue("Languages/20100", "COBOL, 5"); // overrides the shipped scope
+            settings.setValue("Languages/31000", QStringList{"PL/I", "2"});
+            settings.setValue("Languages/31001", "RPG");    // no scope: left out
+            settings.setValue("Languages/x", "Natural, 2"); // no id: left out
+        }
+        QSettings settings(file, QSettings::IniFormat);
+        QStringList rejected;
+        LanguagesFromSettings(settings, &rejected);
+        QCOMPARE(rejected, QStringList({"31001", "x"}));
+
+        TQXBaseFunctions host;
+        auto definition = [&](const QString& name) {
+            return qobject_cast<TQXLanguageDefinition*>(host.GetNamedObject("LangDef_" + name));
+        };
+        QCOMPARE(host.GetLanguageName(20200), QString("JCL"));
+        QCOMPARE(definition("JCL")->Scope(), 5);
+        const QPointer<TQXLanguageDefinition> shipped = definition("COBOL");
+        QCOMPARE(shipped->Scope(), 2);
+        host.LoadSettings(settings);
+        QVERIFY(shipped.isNull()); // replaced, so a view holding it looks it up again
+        QCOMPARE(definition("COBOL")->Scope(), 5);
+        QCOMPARE(definition("COBOL")->LanguageID(), 20100);
+        QCOMPARE(host.GetLanguageName(31000), QString("PL/I"));
+        QCOMPARE(definition("PL/I")->Scope(), 2);
+        QVERIFY(host.GetLanguageName(31001).isEmpty());
+        QVERIFY_THROWS_EXCEPTION(EQXError, host.GetNamedObject("LangDef_RPG"));
+    }
+
     void itemsGoToRegisteredWindowsOnly() {
         TQXBaseFunctions host;
         TQXItems items;
