@@ -15,8 +15,7 @@ void Show(const char* message) {
 TQXDataFlowLookup::TQXDataFlowLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
                                      TQXBaseFunctionsInterface& host,
                                      QPointer<TQXLanguageDefinition>& languageDefinition)
-    : FDataAccess(dataAccess), FTables(tables), FRecords(dataAccess, tables), FHost(host),
-      FLanguageDefinition(languageDefinition) {}
+    : FRecords(dataAccess, tables), FHost(host), FLanguageDefinition(languageDefinition) {}
 
 bool TQXDataFlowLookup::UseLanguageDefinition(TQXBaseFunctionsInterface& host,
                                               QPointer<TQXLanguageDefinition>& definition,

@@ -64,8 +64,6 @@ private:
     TDataFlow Declaration(const Occurrence& o, qint32 group);
     Walk WalkWords(qint32 wordID);
 
-    TQXDataAccessInterface& FDataAccess;
-    TQXTableHandleSet& FTables;
     TQXRecordReader FRecords;
     TQXBaseFunctionsInterface& FHost;
     QPointer<TQXLanguageDefinition>& FLanguageDefinition;
