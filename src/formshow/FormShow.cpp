@@ -88,7 +88,7 @@ void TQXFormShow::CreateBoxes() {
     const QFont font = ScreenFont();
     QRect extent = TScreenArea::ScreenRect();
     FBoxes.reserve(FLayout.Boxes.size());
-    for (const TQXFormBox& spec : FLayout.Boxes) {
+    for (const TQXFormBox& shown : FLayout.Boxes) {
         auto* box = new QLineEdit(FScreen);
         box->setReadOnly(true);
         box->setFont(font);
@@ -97,21 +97,21 @@ void TQXFormShow::CreateBoxes() {
         // attribute) goes under the frame, so that a constant as long as its
         // field shows whole.
         constexpr int LineEditMargin = 2;
-        const int left = spec.Text.startsWith(QLatin1Char(' ')) ? TQXFormBuilder::ColumnPixels : 0;
+        const int left = shown.Text.startsWith(QLatin1Char(' ')) ? TQXFormBuilder::ColumnPixels : 0;
         box->setTextMargins(-LineEditMargin - left, 0, -LineEditMargin, 0);
-        box->setGeometry(spec.Left, spec.Top, spec.Width, spec.Height);
-        box->setText(spec.Text);
+        box->setGeometry(shown.Left, shown.Top, shown.Width, shown.Height);
+        box->setText(shown.Text);
         box->setCursorPosition(0);
-        if (!spec.Hint.isEmpty())
-            box->setToolTip(spec.Hint);
-        if (spec.Constant) {
+        if (!shown.Hint.isEmpty())
+            box->setToolTip(shown.Hint);
+        if (shown.Constant) {
             QPalette palette = box->palette();
             palette.setColor(QPalette::Base, palette.color(QPalette::Button));
             box->setPalette(palette);
         }
         box->setFocusPolicy(Qt::ClickFocus);
-        box->setHidden(!spec.Visible);
-        if (spec.Visible)
+        box->setHidden(!shown.Visible);
+        if (shown.Visible)
             extent = extent.united(box->geometry());
         FBoxes.push_back(box);
     }
