@@ -3,6 +3,7 @@
 #include "TreeOptions.h"
 #include "UsageError.h"
 
+#include "platform/ScriptedUIServices.h"
 #include "platform/TreeControl.h"
 #include "sqlaccess/RepositoryConnection.h"
 
@@ -33,18 +34,18 @@ int Number(const char* option, const QString& given, int least) {
 
 } // namespace
 
-TQXItemSession::TQXItemSession(const Spec& spec, const QStringList& arguments)
-    : FSpec(spec), FSettings(spec.Defaults) {
+TQXItemSession::TQXItemSession(const Shape& shape, const QStringList& arguments)
+    : FShape(shape), FSettings(shape.Defaults) {
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     QStringList valued{"path", "type", "direction", "level", "limit", "timeout"};
-    if (spec.Rename)
+    if (shape.Rename)
         valued << "name"
                << "icon";
     for (const QString& name : valued)
         parser.addOption(QCommandLineOption(name, QString(), QStringLiteral("value")));
     parser.addOption(QCommandLineOption(QStringList{QStringLiteral("help"), QStringLiteral("h")}));
-    if (!parser.parse(QStringList{spec.Command} + arguments))
+    if (!parser.parse(QStringList{shape.Command} + arguments))
         throw EQXUsageError(parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) {
         FHelpRequested = true;
@@ -52,16 +53,17 @@ TQXItemSession::TQXItemSession(const Spec& spec, const QStringList& arguments)
     }
     const QStringList positional = parser.positionalArguments();
     if (positional.size() != 1)
-        throw EQXUsageError(spec.Command + QStringLiteral(" needs one repository"));
+        throw EQXUsageError(shape.Command + QStringLiteral(" needs one repository"));
     FRepository = positional.constFirst();
     for (const QString& name : valued)
         if (name != QLatin1String("path") && parser.values(name).size() > 1)
             throw EQXUsageError(QStringLiteral("--%1 is given more than once").arg(name));
 
     FPathTexts = parser.values(QStringLiteral("path"));
-    if (FPathTexts.size() != spec.Paths)
-        throw EQXUsageError(spec.Command + (spec.Paths == 1 ? QStringLiteral(" needs one --path")
-                                                            : QStringLiteral(" needs two --path")));
+    if (FPathTexts.size() != shape.Paths)
+        throw EQXUsageError(shape.Command + (shape.Paths == 1
+                                                 ? QStringLiteral(" needs one --path")
+                                                 : QStringLiteral(" needs two --path")));
     auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
     auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
     if (isSet("type"))
@@ -83,7 +85,7 @@ TQXItemSession::TQXItemSession(const Spec& spec, const QStringList& arguments)
         FSettings.LimitText = QString::number(Number("limit", value("limit"), 1));
     if (isSet("timeout"))
         FTimeout = Number("timeout", value("timeout"), 0);
-    if (spec.Rename) {
+    if (shape.Rename) {
         if (!isSet("name"))
             throw EQXUsageError(QStringLiteral("rename needs --name"));
         FName = value("name");
@@ -94,18 +96,18 @@ TQXItemSession::TQXItemSession(const Spec& spec, const QStringList& arguments)
 
 TQXItemSession::~TQXItemSession() = default;
 
-QString TQXItemSession::Help(const Spec& spec) {
+QString TQXItemSession::Help(const Shape& shape) {
     QString text =
-        QStringLiteral("usage: korvane-cli ") + spec.Command + QStringLiteral(" REPO ") +
-        spec.Synopsis +
+        QStringLiteral("usage: korvane-cli ") + shape.Command + QStringLiteral(" REPO ") +
+        shape.Synopsis +
         QStringLiteral("\n          [--type Distribution|Dependencies] "
                        "[--direction TopDown|BottomUp]\n"
                        "          [--level System|Computer|...|Data] [--limit N] "
                        "[--timeout SECONDS]\n\n") +
-        spec.Description +
+        shape.Description +
         QStringLiteral("\n\nThe nodes are found in the view the settings describe (as for "
                        "'korvane-cli tree';\nthis command's defaults: ") +
-        spec.Defaults.UserHint() +
+        shape.Defaults.UserHint() +
         QStringLiteral("),\nopening the nodes on the way. --path texts are node texts "
                        "separated by '/'\n(a '/' inside a text is written '\\/').\n\n"
                        "exit status: 0 success, 1 failure (repository, write), 2 bad "
@@ -163,4 +165,13 @@ TQXTreeNode* TQXItemSession::Find(const QStringList& texts, const QString& pathT
         found = next;
     }
     return found;
+}
+
+QStringList TQXItemSession::RunCommand(const std::function<void(TQXView&)>& command,
+                                       const std::function<void(QDialog&)>& dialog) {
+    TQXScriptedUIServices& ui = FDriver->Ui();
+    const qsizetype before = ui.Messages().size();
+    ui.QueueDialog(dialog);
+    command(FDriver->View());
+    return ui.Messages().mid(before);
 }

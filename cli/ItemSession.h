@@ -6,9 +6,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
+class QDialog;
 class QTextStream;
+class TQXView;
 
 // What the item commands (props, rename, rows) share: their arguments
 //   COMMAND REPO --path P [--path P] [view settings] [--timeout SECONDS]
@@ -17,7 +20,7 @@ class QTextStream;
 // leads nowhere is bad usage (exit status 2).
 class TQXItemSession {
 public:
-    struct Spec {
+    struct Shape {
         QString Command;
         QString Synopsis;    // after "korvane-cli COMMAND REPO"
         QString Description; // what the command does, for its help
@@ -27,14 +30,19 @@ public:
     };
 
     // Throws EQXUsageError for arguments that cannot be used.
-    TQXItemSession(const Spec& spec, const QStringList& arguments);
+    TQXItemSession(const Shape& shape, const QStringList& arguments);
     ~TQXItemSession();
 
-    static QString Help(const Spec& spec);
+    static QString Help(const Shape& shape);
     bool HelpRequested() const { return FHelpRequested; }
 
     // Opens the view, finds and selects the nodes; notes go to `err`.
     void Open(QTextStream& err);
+
+    // Runs one of the view's commands with the dialog it opens handed to
+    // `dialog`; the messages the view showed meanwhile.
+    QStringList RunCommand(const std::function<void(TQXView&)>& command,
+                           const std::function<void(QDialog&)>& dialog);
 
     TQXViewDriver& Driver() { return *FDriver; }
     const QList<TQXTreeNode*>& Nodes() const { return FNodes; }
@@ -45,7 +53,7 @@ public:
 private:
     TQXTreeNode* Find(const QStringList& texts, const QString& pathText);
 
-    Spec FSpec;
+    Shape FShape;
     bool FHelpRequested = false;
     QString FRepository;
     TQXViewSettings FSettings;

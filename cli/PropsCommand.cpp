@@ -3,7 +3,6 @@
 #include "ItemSession.h"
 
 #include "platform/ImageList.h"
-#include "platform/ScriptedUIServices.h"
 #include "repository/Errors.h"
 #include "tools/ItemPropertiesDialog.h"
 #include "view/View.h"
@@ -15,15 +14,15 @@
 
 namespace {
 
-TQXItemSession::Spec PropsSpec() {
-    TQXItemSession::Spec spec;
-    spec.Command = QStringLiteral("props");
-    spec.Synopsis = QStringLiteral("--path TEXT/TEXT/...");
-    spec.Description = QStringLiteral(
+TQXItemSession::Shape PropsShape() {
+    TQXItemSession::Shape shape;
+    shape.Command = QStringLiteral("props");
+    shape.Synopsis = QStringLiteral("--path TEXT/TEXT/...");
+    shape.Description = QStringLiteral(
         "Prints what the Item Properties dialog shows for the node at the path: its kind,\n"
         "name, file, icon (and the icons it may choose among), identifiers, and what may\n"
         "be changed.");
-    return spec;
+    return shape;
 }
 
 QString IconText(int icon) {
@@ -40,46 +39,44 @@ QString TQXPropsCommand::Summary() const {
 }
 
 QString TQXPropsCommand::Help() const {
-    return TQXItemSession::Help(PropsSpec());
+    return TQXItemSession::Help(PropsShape());
 }
 
 int TQXPropsCommand::Run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
-    TQXItemSession session(PropsSpec(), arguments);
+    TQXItemSession session(PropsShape(), arguments);
     if (session.HelpRequested()) {
         out << Help();
         return ExitOk;
     }
     session.Open(err);
-    TQXScriptedUIServices& ui = session.Driver().Ui();
-    const qsizetype messages = ui.Messages().size();
     bool shown = false;
     // The dialog the view opens, read as it is filled.
-    ui.QueueDialog([&](QDialog& dialog) {
-        auto& properties = static_cast<TQXItemProperties&>(dialog);
-        shown = true;
-        const TQXItemFacts& facts = properties.Facts();
-        QStringList choices;
-        for (int icon : facts.IconChoices)
-            choices << QString::number(icon);
-        QStringList editable;
-        if (properties.tbItemName->isEnabled())
-            editable << QStringLiteral("name");
-        if (properties.cbeIcon->isEnabled())
-            editable << QStringLiteral("icon");
-        out << "Type:        " << properties.tbItemType->text() << "\n"
-            << "Name:        " << properties.tbItemName->text() << "\n"
-            << "In File:     " << properties.mmInFile->toPlainText() << "\n"
-            << "Icon:        " << IconText(properties.ChosenIcon()) << "\n"
-            << "Icons:       " << choices.join(QLatin1Char(' ')) << "\n"
-            << "KVID in DB:  " << properties.tbKVID->text() << "\n"
-            << "Editable:    "
-            << (editable.isEmpty() ? QStringLiteral("nothing")
-                                   : editable.join(QStringLiteral(", ")))
-            << "\n";
-        return int(QDialog::Rejected);
-    });
-    session.Driver().View().Properties2Click(nullptr);
-    for (const QString& message : ui.Messages().mid(messages))
+    const QStringList said =
+        session.RunCommand([](TQXView& view) { view.Properties2Click(nullptr); },
+                           [&](QDialog& dialog) {
+                               auto& properties = static_cast<TQXItemProperties&>(dialog);
+                               shown = true;
+                               const TQXItemFacts& facts = properties.Facts();
+                               QStringList choices;
+                               for (int icon : facts.IconChoices)
+                                   choices << QString::number(icon);
+                               QStringList editable;
+                               if (properties.tbItemName->isEnabled())
+                                   editable << QStringLiteral("name");
+                               if (properties.cbeIcon->isEnabled())
+                                   editable << QStringLiteral("icon");
+                               out << "Type:        " << properties.tbItemType->text() << "\n"
+                                   << "Name:        " << properties.tbItemName->text() << "\n"
+                                   << "In File:     " << properties.mmInFile->toPlainText() << "\n"
+                                   << "Icon:        " << IconText(properties.ChosenIcon()) << "\n"
+                                   << "Icons:       " << choices.join(QLatin1Char(' ')) << "\n"
+                                   << "KVID in DB:  " << properties.tbKVID->text() << "\n"
+                                   << "Editable:    "
+                                   << (editable.isEmpty() ? QStringLiteral("nothing")
+                                                          : editable.join(QStringLiteral(", ")))
+                                   << "\n";
+                           });
+    for (const QString& message : said)
         err << "korvane-cli: the dialog said: " << message << "\n";
     if (!shown)
         throw EQXError(QStringLiteral("the node has no item: ") + session.PathTexts().constFirst());

@@ -3,7 +3,6 @@
 #include "ItemSession.h"
 #include "UsageError.h"
 
-#include "platform/ScriptedUIServices.h"
 #include "tools/ItemPropertiesDialog.h"
 #include "view/View.h"
 
@@ -14,18 +13,18 @@
 
 namespace {
 
-TQXItemSession::Spec RenameSpec() {
-    TQXItemSession::Spec spec;
-    spec.Command = QStringLiteral("rename");
-    spec.Synopsis = QStringLiteral("--path TEXT/TEXT/... --name NEW [--icon N]");
-    spec.Description = QStringLiteral(
+TQXItemSession::Shape RenameShape() {
+    TQXItemSession::Shape shape;
+    shape.Command = QStringLiteral("rename");
+    shape.Synopsis = QStringLiteral("--path TEXT/TEXT/... --name NEW [--icon N]");
+    shape.Description = QStringLiteral(
         "Saves a new name (and icon) for the system, computer or application at the path, as\n"
         "the Item Properties dialog does: the rename is carried into every load record that\n"
         "names it (a computer's name is type@location), all in one transaction. Prints how\n"
         "many load records changed. Icons: 2 to 8 for a computer, 9 or 10 for an\n"
         "application; a system keeps its own.");
-    spec.Rename = true;
-    return spec;
+    shape.Rename = true;
+    return shape;
 }
 
 } // namespace
@@ -36,11 +35,11 @@ QString TQXRenameCommand::Summary() const {
 }
 
 QString TQXRenameCommand::Help() const {
-    return TQXItemSession::Help(RenameSpec());
+    return TQXItemSession::Help(RenameShape());
 }
 
 int TQXRenameCommand::Run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
-    TQXItemSession session(RenameSpec(), arguments);
+    TQXItemSession session(RenameShape(), arguments);
     if (session.HelpRequested()) {
         out << Help();
         return ExitOk;
@@ -48,57 +47,54 @@ int TQXRenameCommand::Run(const QStringList& arguments, QTextStream& out, QTextS
     if (session.Name().isEmpty())
         throw EQXUsageError(QStringLiteral("Name is required"));
     session.Open(err);
-    TQXScriptedUIServices& ui = session.Driver().Ui();
-    const qsizetype messages = ui.Messages().size();
     QString refused;
     QString written;
-    ui.QueueDialog([&](QDialog& dialog) {
-        auto& properties = static_cast<TQXItemProperties&>(dialog);
-        const TQXItemFacts& facts = properties.Facts();
-        const QString what = facts.Kind.isEmpty() ? QStringLiteral("item") : facts.Kind;
-        if (facts.AttributeID == 0) {
-            refused = what + QStringLiteral(" items cannot be renamed; only systems, "
-                                            "computers and applications can");
-        } else if (!facts.AttributeFound) {
-            refused = QStringLiteral("the ") + what + QStringLiteral(" is not in the repository");
-        } else if (!properties.tbItemName->isEnabled()) {
-            refused = QStringLiteral("the ") + what +
-                      QStringLiteral(" is a computer listed among applications (icon 49) and "
-                                     "cannot be renamed");
-        } else if (session.Icon() >= 0 && session.Icon() != properties.ChosenIcon() &&
-                   (!properties.cbeIcon->isEnabled() ||
-                    properties.cbeIcon->findData(session.Icon()) < 0)) {
-            QStringList choices;
-            for (int icon : facts.IconChoices)
-                choices << QString::number(icon);
-            refused = QStringLiteral("icon ") + QString::number(session.Icon()) +
-                      QStringLiteral(" is not offered for this ") + what +
-                      QStringLiteral(" (icons: ") + choices.join(QStringLiteral(", ")) +
-                      QLatin1Char(')');
-        }
-        if (!refused.isEmpty())
-            return int(QDialog::Rejected);
-        const QString oldName = properties.tbItemName->text();
-        properties.tbItemName->setText(session.Name());
-        if (session.Icon() >= 0)
-            properties.cbeIcon->setCurrentIndex(properties.cbeIcon->findData(session.Icon()));
-        properties.cbSaveClick();
-        if (!properties.cbSave->isEnabled())
-            written = what + QLatin1Char(' ') + oldName + QStringLiteral(" renamed to ") +
-                      session.Name() + QStringLiteral(" (icon ") +
-                      QString::number(properties.ChosenIcon()) + QStringLiteral("); ") +
-                      QString::number(properties.LastLoadRecordsChanged()) +
-                      QStringLiteral(" load records changed");
-        return int(QDialog::Accepted);
-    });
-    session.Driver().View().Properties2Click(nullptr);
+    const QStringList said = session.RunCommand(
+        [](TQXView& view) { view.Properties2Click(nullptr); },
+        [&](QDialog& dialog) {
+            auto& properties = static_cast<TQXItemProperties&>(dialog);
+            const TQXItemFacts& facts = properties.Facts();
+            const QString what = facts.Kind.isEmpty() ? QStringLiteral("item") : facts.Kind;
+            if (facts.AttributeID == 0) {
+                refused = what + QStringLiteral(" items cannot be renamed; only systems, "
+                                                "computers and applications can");
+            } else if (!facts.AttributeFound) {
+                refused =
+                    QStringLiteral("the ") + what + QStringLiteral(" is not in the repository");
+            } else if (!properties.tbItemName->isEnabled()) {
+                refused = QStringLiteral("the ") + what +
+                          QStringLiteral(" is a computer listed among applications (icon 49) and "
+                                         "cannot be renamed");
+            } else if (session.Icon() >= 0 && session.Icon() != properties.ChosenIcon() &&
+                       (!properties.cbeIcon->isEnabled() ||
+                        properties.cbeIcon->findData(session.Icon()) < 0)) {
+                QStringList choices;
+                for (int icon : facts.IconChoices)
+                    choices << QString::number(icon);
+                refused = QStringLiteral("icon ") + QString::number(session.Icon()) +
+                          QStringLiteral(" is not offered for this ") + what +
+                          QStringLiteral(" (icons: ") + choices.join(QStringLiteral(", ")) +
+                          QLatin1Char(')');
+            }
+            if (!refused.isEmpty())
+                return;
+            const QString oldName = properties.tbItemName->text();
+            properties.tbItemName->setText(session.Name());
+            if (session.Icon() >= 0)
+                properties.cbeIcon->setCurrentIndex(properties.cbeIcon->findData(session.Icon()));
+            properties.cbSaveClick();
+            if (!properties.cbSave->isEnabled())
+                written = what + QLatin1Char(' ') + oldName + QStringLiteral(" renamed to ") +
+                          session.Name() + QStringLiteral(" (icon ") +
+                          QString::number(properties.ChosenIcon()) + QStringLiteral("); ") +
+                          QString::number(properties.LastLoadRecordsChanged()) +
+                          QStringLiteral(" load records changed");
+        });
     if (!refused.isEmpty())
         throw EQXUsageError(refused);
-    if (written.isEmpty()) {
-        const QStringList said = ui.Messages().mid(messages);
+    if (written.isEmpty())
         throw EQXError(said.isEmpty() ? QStringLiteral("nothing was written")
                                       : said.join(QLatin1Char('\n')));
-    }
     out << written << "\n";
     return ExitOk;
 }

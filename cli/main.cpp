@@ -1,10 +1,10 @@
 // korvane-cli: the views of a repository without a window. Every command
 // drives the very view the host shows, off screen.
 #include "CommandTable.h"
+#include "FormCommand.h"
 #include "PropsCommand.h"
 #include "RenameCommand.h"
 #include "RowsCommand.h"
-#include "FormCommand.h"
 #include "TreeCommand.h"
 
 #include "sqlaccess/RepositoryConnection.h"
