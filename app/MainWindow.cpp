@@ -53,6 +53,17 @@ TQXMainWindow::TQXMainWindow(TQXBaseFunctions& baseFunctions, const QString& set
                                       diagram->show();
                                       diagram->raise();
                                   });
+    // Items handed to "View" open in a view of their own.
+    FBaseFunctions.RegisterWindow(QStringLiteral("View"),
+                                  [this](const QString& connection, const TQXItems& items,
+                                         const QString& command, QString& errorText) {
+                                      TQXFormInterface* form = OpenView(connection);
+                                      if (!form) {
+                                          errorText = tr("No view could be opened");
+                                          return;
+                                      }
+                                      form->ReceiveItems(items, command, errorText);
+                                  });
     setWindowTitle(QStringLiteral("Korvane"));
     FMdiArea->setViewMode(QMdiArea::TabbedView);
     FMdiArea->setDocumentMode(true);

@@ -13,16 +13,20 @@
 #include <QFileInfo>
 #include <QTextStream>
 
-namespace {
-
-// A SQLite repository must exist: opening it must not create an empty one.
-void CheckRepositoryExists(const QString& repository) {
+void TQXTreeCommand::CheckRepositoryExists(const QString& repository) {
     const RepositoryLocation location = RepositoryLocation::Parse(repository);
     if (location.kind == RepositoryLocation::Kind::SQLite && !QFileInfo(location.filePath).isFile())
         throw EQXUsageError(QStringLiteral("repository not found: %1").arg(repository));
 }
 
-} // namespace
+void TQXTreeCommand::SetTimeouts(const TQXTreeOptions& options) {
+    if (options.TimeoutSeconds < 0)
+        return;
+    RepositoryTimeouts timeouts;
+    timeouts.connectSeconds = options.TimeoutSeconds;
+    timeouts.statementSeconds = options.TimeoutSeconds;
+    RepositoryTimeouts::SetCurrent(timeouts);
+}
 
 QString TQXTreeCommand::Summary() const {
     return QStringLiteral("print the tree of a view: korvane-cli tree REPO [options]");
@@ -41,12 +45,7 @@ int TQXTreeCommand::Run(const QStringList& arguments, QTextStream& out, QTextStr
     const std::unique_ptr<TQXTreeWriter> writer = TQXTreeWriter::Create(options.Format);
     if (!options.Repository.isEmpty())
         CheckRepositoryExists(options.Repository);
-    if (options.TimeoutSeconds >= 0) {
-        RepositoryTimeouts timeouts;
-        timeouts.connectSeconds = options.TimeoutSeconds;
-        timeouts.statementSeconds = options.TimeoutSeconds;
-        RepositoryTimeouts::SetCurrent(timeouts);
-    }
+    SetTimeouts(options);
 
     TQXViewDriver driver(options.Repository);
     if (!driver.RepositoryNotice().isEmpty())

@@ -14,9 +14,14 @@ public:
     QString Help() const override;
     int Run(const QStringList& arguments, QTextStream& out, QTextStream& err) override;
 
-private:
     // Opens the nodes the options ask for; warns when the node cap stopped it.
     static void Open(TQXViewDriver& driver, const TQXTreeOptions& options, QTextStream& err);
+    // A SQLite repository must exist: opening it must not create an empty one.
+    static void CheckRepositoryExists(const QString& repository);
+    // The options' time limit, when given, for connecting and each statement.
+    static void SetTimeouts(const TQXTreeOptions& options);
+
+private:
     // Adds the --track paths as tracks, then selects the --select nodes.
     static void SelectAndTrack(TQXViewDriver& driver, const TQXTreeOptions& options);
     // Which text of the path has no node, for the error message.

@@ -1,6 +1,7 @@
 // korvane-cli: the views of a repository without a window. Every command
 // drives the very view the host shows, off screen.
 #include "CommandTable.h"
+#include "FlowCommand.h"
 #include "FormCommand.h"
 #include "PropsCommand.h"
 #include "RenameCommand.h"
@@ -54,6 +55,7 @@ int main(int argc, char* argv[]) {
 
     TQXCommandTable commands(QStringLiteral("korvane-cli"));
     commands.Add(std::make_unique<TQXTreeCommand>());
+    commands.Add(std::make_unique<TQXFlowCommand>());
     commands.Add(std::make_unique<TQXPropsCommand>());
     commands.Add(std::make_unique<TQXRenameCommand>());
     commands.Add(std::make_unique<TQXRowsCommand>());

@@ -133,6 +133,14 @@ void TQXViewDriver::Connect() {
     FParts->Connected = true;
 }
 
+QString TQXViewDriver::ShowVariable(const QString& objectName, const QString& variableName) {
+    Connect();
+    const TShownSince shown(Ui());
+    const QString missing = View().ShowVariableNamed(objectName, variableName);
+    shown.ThrowIfAny();
+    return missing;
+}
+
 void TQXViewDriver::Refresh() {
     TQXView& view = View();
     const TShownSince shown(Ui());

@@ -47,6 +47,12 @@ public:
     // Throws EQXError with the view's message when the refresh failed.
     void Refresh();
 
+    // Shows the data flow of a variable as "Show Data Flow" does: the view
+    // becomes the Dependencies view at the Data level, TopDown, with the
+    // variable as its only root node. Answers why not when the object or
+    // the variable is not found; throws EQXError when the view cannot connect.
+    QString ShowVariable(const QString& objectName, const QString& variableName);
+
     // Opens a node (its placeholder is replaced by its children).
     void Expand(TQXTreeNode* node);
     // Opens every node down to `depth` (0: root items only), breadth first;

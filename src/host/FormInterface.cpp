@@ -101,3 +101,8 @@ void TQXFormInterface::closeEvent(QCloseEvent* event) {
     }
     QWidget::closeEvent(event);
 }
+
+void TQXFormInterface::ReceiveItems(const TQXItems&, const QString& command, QString& errorText) {
+    errorText = ClassName() + QStringLiteral(" does not take items for \"") + command +
+                QStringLiteral("\"");
+}

@@ -10,6 +10,7 @@ class QCloseEvent;
 class TQXBaseFunctionsInterface;
 class TQXDataAccessInterface;
 class TQXImageList;
+class TQXItems;
 
 // The host's base form. The host creates forms by class name with an owner,
 // a window number, its base-functions object and three texts: the document
@@ -47,6 +48,9 @@ public:
     virtual void RefreshContent(TQXDataAccessInterface* dataAccess, QObject* sender,
                                 const QString& text);
     virtual void SetFont(const QString& name, int size);
+    // Items another window hands to this one with a command (the host's
+    // "View" window). A form that cannot take them says why in `errorText`.
+    virtual void ReceiveItems(const TQXItems& items, const QString& command, QString& errorText);
 
     // The form's class name, as registered with the form registry.
     virtual QString ClassName() const { return QStringLiteral("TQXFormInterface"); }

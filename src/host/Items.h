@@ -1,7 +1,11 @@
 #pragma once
 
+#include "repository/TreeItems.h"
+
 #include <QList>
 #include <QString>
+
+#include <memory>
 
 // The item list the view hands to host windows: one entry per item, with
 // the item's nine identifiers (constructor order: entry before row) and the
@@ -24,6 +28,8 @@ public:
         QString ParentText;
         qint32 ParentFileID = 0;
         int Icon = -1;
+        // The variable an entry stands for, when it is one.
+        std::shared_ptr<const TQXDataItem> Data;
     };
 
     int AddItem(qint32 fileID, qint32 systemID, qint32 computerID, qint32 applicationID,
@@ -33,6 +39,7 @@ public:
     void AddParentText(const QString& text) { Last().ParentText = text; }
     void AddParentFileID(qint32 fileID) { Last().ParentFileID = fileID; }
     void AddIcon(int icon) { Last().Icon = icon; }
+    void AddDataItem(std::shared_ptr<const TQXDataItem> data) { Last().Data = std::move(data); }
 
     int Count() const { return FEntries.size(); }
     const Entry& At(int index) const { return FEntries.at(index); }

@@ -138,6 +138,13 @@ TQXTreeNode* TQXTreeControl::InsertChildAfter(TQXTreeNode* parent, const TQXTree
     return node.release(); // owned by its parent now
 }
 
+TQXTreeNode* TQXTreeControl::InsertChild(TQXTreeNode* parent, int index, const QString& text,
+                                         std::unique_ptr<TQXTreeItem> item, int imageIndex) {
+    auto node = std::make_unique<TQXTreeNode>(text, std::move(item), imageIndex);
+    Container(parent)->insertChild(index, node->AsItem());
+    return node.release(); // owned by its parent now
+}
+
 // A placeholder is a flag with Qt's expand indicator, never a row: removing a
 // row makes the model walk every persistent index (each expanded node) up to
 // its root, which made opening deep or large trees quadratic or worse.

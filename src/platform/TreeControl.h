@@ -44,6 +44,10 @@ public:
                                   const QString& text, std::unique_ptr<TQXTreeItem> item = nullptr,
                                   int imageIndex = -1);
 
+    // A child of `parent` at position `index` among its children.
+    TQXTreeNode* InsertChild(TQXTreeNode* parent, int index, const QString& text,
+                             std::unique_ptr<TQXTreeItem> item = nullptr, int imageIndex = -1);
+
     // Makes `parent` expandable before its children are read.
     static void AddPlaceholder(TQXTreeNode* parent);
     // Whether the node still waits for its first expansion: it carries a

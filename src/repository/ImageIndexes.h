@@ -21,6 +21,16 @@ constexpr int ImageLineWithCall = 23;       // + 0..2: a line that calls, Code v
 constexpr int ImageLineCallingParent = 27;  // + 0..1: the line calling its parent, BottomUp
 constexpr int ImageVariable = 35;           // a variable
 constexpr int ImagePersistentVariable = 45; // a variable of persistent storage
+// The Data view: the declaring scope of a root variable (+1 BottomUp), a
+// variable its value flows to, or comes from, and the variable after a
+// BottomUp expansion that found its sources.
+constexpr int ImageDeclarationScope = 35;
+constexpr int ImageFlowTarget = 37;
+constexpr int ImagePersistentFlowTarget = 47;
+constexpr int ImageFlowSource = 35;
+constexpr int ImagePersistentFlowSource = 46;
+constexpr int ImageVariableWithSources = 38;
+constexpr int ImagePersistentVariableWithSources = 48;
 
 // Whether an object icon stands for persistent storage (a database table or a
 // data set).

@@ -2,6 +2,7 @@
 
 #include "host/Items.h"
 #include "platform/TreeControl.h"
+#include "repository/Errors.h"
 #include "repository/TreeItems.h"
 
 #include <QHash>
@@ -171,7 +172,9 @@ void TQXTrackSelection::DiagramItems(TQXItems& items) const {
 
 bool TQXTrackSelection::DataItemExistsInTrack(const TQXTreeNode* node) {
     const TQXDataItem* data = node ? node->ItemAs<TQXDataItem>() : nullptr;
-    if (!data || !node->ParentNode())
+    if (!data)
+        throw EQXError(QStringLiteral("The node carries no variable"));
+    if (!node->ParentNode())
         return false;
     for (const TQXTreeNode* ancestor = node->ParentNode()->ParentNode(); ancestor;
          ancestor = ancestor->ParentNode()) {

@@ -60,8 +60,8 @@ public:
     // Absolute index, ":" and the item's id.
     static QString NodeKey(int absoluteIndex, const TQXTreeItem& item);
     // Whether the node's data item already hangs among the children of its
-    // grandparent or of a higher ancestor. False for a node without a data
-    // item.
+    // grandparent or of a higher ancestor. Throws EQXError for a node
+    // without a data item.
     static bool DataItemExistsInTrack(const TQXTreeNode* node);
 
 private:

@@ -6,6 +6,7 @@
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
 #include "view/CallLookup.h"
+#include "view/DataFlowExpander.h"
 #include "view/DependenciesCallChildren.h"
 #include "view/Recursion.h"
 #include "view/ViewOperations.h"
@@ -46,9 +47,13 @@ void TQXDependenciesExpander::Expand(TQXTreeNode* node) {
         return; // nothing to show, or expanded before
 
     const TQXLevel level = FSettings.Level;
+    if (level == TQXLevel::Data) {
+        TQXDataFlowExpander(FContext).Expand(node);
+        return;
+    }
     const TQXItem* item = node->ItemAs<TQXItem>();
-    if (level == TQXLevel::Data || item == nullptr)
-        return; // data flows are not listed yet
+    if (item == nullptr)
+        return;
 
     const Roles roles = RolesOf(node);
     if (level::IsAttribute(level) && FContext.Path == TQXReadPath::SetBased &&

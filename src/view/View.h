@@ -10,6 +10,7 @@
 #include "view/CallLookup.h"
 #include "view/DataFlowLookup.h"
 #include "view/ExpansionContext.h"
+#include "view/RootVariable.h"
 #include "view/ViewOperations.h"
 #include "viewdoc/ViewDocument.h"
 
@@ -28,6 +29,7 @@ class TQXFilter;
 class TQXTreeNode;
 class TQXTreeControl;
 class TQXItem;
+class TQXItems;
 class TQXRecordReader;
 
 // The repository tree window. The settings (view type, track direction,
@@ -104,7 +106,7 @@ public:
     void ShowTrack(QObject* sender);
     void AddTracktoDiagram1Click(QObject* sender);
     bool CheckValidTrackInSelection(bool levelsOnly, bool complete);
-    bool DataItemExistsInTrack(TQXTreeNode* node);
+    bool DataItemExistsInTrack(const TQXTreeNode* node) override;
     // The pause between the blinks of a completed track (100 ms).
     void SetBlinkPause(int milliseconds) { FBlinkPause = milliseconds; }
 
@@ -171,7 +173,27 @@ public:
     // (direction 0) or comes from (any other); true when it takes part in
     // any. With checkOnly it answers at the first flow and keeps no list.
     bool GetDataFlow(const TQXDataItem& item, int direction, bool checkOnly);
-    const TDataFlows& DataFlows() const { return FDataFlows; }
+    bool GetDataFlow(const TQXDataItem& item, TQXDirection direction, bool checkOnly) override {
+        return GetDataFlow(item, static_cast<int>(direction), checkOnly);
+    }
+    const TDataFlows& DataFlows() const override { return FDataFlows; }
+    std::optional<int> LanguageScope(qint32 languageID) override;
+
+    // ViewDataFlow.cpp: "Show Data Flow" opens the selected variable in a new
+    // view of its own (the host's "View" window), and a view takes the
+    // variables handed to it with that command as its root nodes: the
+    // Dependencies view at the Data level, TopDown.
+    void ShowDataFlow1Click(QObject* sender);
+    void ReceiveItems(const TQXItems& items, const QString& command, QString& errorText) override;
+    // Throws EQXError when no item is a variable.
+    void ShowVariables(const TQXItems& items);
+    // Shows the variable as the object knows it; answers why not when the
+    // object or the variable is not found.
+    QString ShowVariableNamed(const QString& objectName, const QString& variableName);
+    // The root variables of the tree, and the tree made of them alone: a
+    // change of direction or a refresh at the Data level keeps them.
+    std::vector<TQXRootVariable> RootVariables() const;
+    void AddRootVariables(const std::vector<TQXRootVariable>& roots);
 
 protected:
     // Narrows the selections of QXFILE, QXPACKAGE, QXOBJECT and QXENTRY to

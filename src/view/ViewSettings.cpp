@@ -60,6 +60,12 @@ void TQXView::ViewTypeChanged(QObject* sender) {
     SetUserHint();
     DropTracks();
     cbRefreshView->setFocus();
+    const TQXViewSettings settings = Settings();
+    const std::vector<TQXRootVariable> roots = RootVariables();
+    if (settings.IsDependencies() && settings.Level == TQXLevel::Data && !roots.empty()) {
+        AddRootVariables(roots); // opened again in the new direction
+        return;
+    }
     tvMain->Clear();
     AddMarker(ClickRefreshMarker);
 }

@@ -3,6 +3,7 @@
 // selection, with their popup entries. The work is done in tools/.
 #include "view/View.h"
 
+#include "host/BaseFunctionsInterface.h"
 #include "platform/BusyCursor.h"
 #include "platform/ErrorDisplay.h"
 #include "platform/TreeControl.h"
@@ -71,6 +72,7 @@ void TQXView::CreateToolCommands() {
     pmnuView->addSeparator();
     item("ShowDependentRows1", QStringLiteral("Show Dependent Rows"),
          &TQXView::ShowDependentRows1Click);
+    item("ShowDataFlow1", QStringLiteral("Show Data Flow"), &TQXView::ShowDataFlow1Click);
     pmnuView->addSeparator();
     item("ExpandAll1", QStringLiteral("Expand All"), &TQXView::ExpandAll1Click);
     item("ExpandAllwithinObject1", QStringLiteral("Expand All within Object"),
@@ -109,6 +111,11 @@ void TQXView::EnableToolCommands() {
     const bool dependencies = rbDependencies->isChecked();
     action("Properties2")->setEnabled(one && selection.constFirst()->Item());
     action("ExpandAll1")->setEnabled(one);
+    const TQXItem* word = one ? selection.constFirst()->ItemAs<TQXItem>() : nullptr;
+    action("ShowDataFlow1")
+        ->setEnabled(
+            FBaseFunctions->HasWindow(QStringLiteral("View")) &&
+            ((one && selection.constFirst()->ItemAs<TQXDataItem>()) || (word && word->WordID > 0)));
     const TQXItem* item = one ? selection.constFirst()->ItemAs<TQXItem>() : nullptr;
     const bool inObject = dependencies && item && item->FileID > 0 && item->ObjectID > 0;
     action("ExpandAllwithinObject1")->setEnabled(inObject);

@@ -74,7 +74,7 @@ bool TQXView::CheckValidTrackInSelection(bool levelsOnly, bool complete) {
     return TQXTrackSelection(*tvMain).Check(levelsOnly, complete).Valid;
 }
 
-bool TQXView::DataItemExistsInTrack(TQXTreeNode* node) {
+bool TQXView::DataItemExistsInTrack(const TQXTreeNode* node) {
     return TQXTrackSelection::DataItemExistsInTrack(node);
 }
 

@@ -157,6 +157,7 @@ void TQXView::RefreshCurrentView() {
     if (!FDataAccess)
         throw EQXError(QStringLiteral("No Source Database connected"));
     TQXBusyCursor busy;
+    const std::vector<TQXRootVariable> roots = RootVariables();
     tvMain->Clear();
     FCallCache.Clear(); // the repository may have changed since
     TQXTreeUpdate update(*tvMain);
@@ -166,7 +167,11 @@ void TQXView::RefreshCurrentView() {
     if (!FDataAccess->SelectRecords(FTables.Table(qx::Table::QXFILE), QString())) {
         AddMarker(EmptyRepositoryMarker);
     } else if (settings.IsDependencies() && settings.Level == TQXLevel::Data) {
-        AddMarker(DataDependenciesMarker);
+        // Variables come from "Show Data Flow" or a view document, and stay.
+        if (roots.empty())
+            AddMarker(DataDependenciesMarker);
+        else
+            AddRootVariables(roots);
     } else {
         ShowRootItems(settings);
         if (tvMain->RootCount() == 0) {

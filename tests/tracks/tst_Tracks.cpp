@@ -134,7 +134,7 @@ private slots:
         QVERIFY(TQXTrackSelection::DataItemExistsInTrack(again));
         QVERIFY(!TQXTrackSelection::DataItemExistsInTrack(other));
         QVERIFY(!TQXTrackSelection::DataItemExistsInTrack(first)); // its grandparent is MAIN
-        QVERIFY(!TQXTrackSelection::DataItemExistsInTrack(flow));  // no data item
+        QVERIFY_THROWS_EXCEPTION(EQXError, TQXTrackSelection::DataItemExistsInTrack(flow));
     }
 
     // The view: menu items Track0.., re-selection from the menu, the menu

@@ -39,12 +39,18 @@ public:
         return Conditions;
     }
     bool HintAboutFilter(int count) override { return count == StopAt; }
+    // No data flows: the fake serves the call views.
+    bool GetDataFlow(const TQXDataItem&, TQXDirection, bool) override { return false; }
+    const TDataFlows& DataFlows() const override { return FFlows; }
+    std::optional<int> LanguageScope(qint32) override { return std::nullopt; }
+    bool DataItemExistsInTrack(const TQXTreeNode*) override { return false; }
 
 private:
     TQXRecordReader FRecords;
     TQXCallLookup::Cache FCache;
     TQXCallLookup FLookup;
     TDependencies FList;
+    TDataFlows FFlows;
 };
 
 inline TQXViewSettings SettingsFor(TQXLevel level, bool topDown = true,
