@@ -262,6 +262,14 @@ ZETA [Program]|20|1|0|0|0|0|2|0|0|0
         row("track not found",
             {"tree", repo, "--level", "Object", "--track", "MAIN [Program]/NOPE"}, 1,
             "path not found: MAIN [Program]/NOPE (no node 'NOPE' under 'MAIN [Program]')");
+        row("flow without names", {"flow", repo, "--object", "MAIN"}, 2,
+            "flow needs --object NAME and --variable NAME");
+        row("flow of an unknown object", {"flow", repo, "--object", "NOPE", "--variable", "X"}, 2,
+            "The repository has no object named NOPE");
+        row("flow of an unknown variable", {"flow", repo, "--object=MAIN", "--variable=X"}, 2,
+            "The object MAIN declares no variable X");
+        row("flow at another level", {"flow", repo, "--level", "Object"}, 2,
+            "--level does not apply to flow");
         row("not a document", {"tree", "--open", NotARepositoryFile()}, 1,
             "TQXView.OpenViewDoc: line 2: the file ends before the second creation text");
     }

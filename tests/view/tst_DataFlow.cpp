@@ -1,11 +1,20 @@
-// Data flow lookup on purpose-built estates: which uses of a variable count,
-// the line and variable records they give in both directions, where the
-// other variable's declaration is found, and the failures.
+// Data flows on purpose-built estates. The lookup: which uses of a variable
+// count, the line and variable records they give in both directions, where
+// the other variable's declaration is found, and the failures. The Data
+// view: the scopes of a root variable, the variables and lines below them,
+// their pictures and placeholders, and how a variable reaches the view.
+#include "driver/ViewDriver.h"
 #include "host/BaseFunctions.h"
+#include "host/Items.h"
 #include "platform/ScriptedUIServices.h"
 #include "sqlaccess/SqlDataAccess.h"
 #include "support/TestRepository.h"
+#include "support/TreeTexts.h"
 #include "view/DataFlowLookup.h"
+#include "view/View.h"
+
+#include <QRadioButton>
+#include <QTemporaryDir>
 
 #include <QtTest>
 
@@ -103,15 +112,17 @@ void BuildEstate(TestRepository& repo) {
         {5, 2, 0, 20, 1, "DDIN", Use},
         {5, 2, 0, 20, 2, "DDLIB", Use},
         {5, 1, 0, 2, 1, "DDOUT", Decl, 0, "DD"},
+        {5, 1, 0, 3, 1, "DDIN", Decl, 0, "DD"},
         {6, 1, 0, 1, 1, "DDLIB", Decl, 0, "DSN"},
     };
     QList<QVariantList> rows;
     for (const Word& w : words)
-        rows << QVariantList{w.file, w.object, w.entry,   w.row,       w.word,
-                             w.text, w.type,   w.section, w.identifier};
+        rows << QVariantList{
+            w.file, w.object, w.entry,   w.row,        w.word,
+            w.text, w.type,   w.section, w.identifier, w.file >= 5 ? FileScoped : Cobol};
     repo.Insert("QXWORD",
                 "QXFileID, QXObjectID, QXEntryID, QXRowID, QXWordID, QXWord, QXWordType, "
-                "QXSectionType, QXObjectIdentifier",
+                "QXSectionType, QXObjectIdentifier, QXLanguageID",
                 rows);
     repo.Insert("QXROW", "QXFileID, QXObjectID, QXEntryID, QXRowID, QXRow",
                 {{1, 1, 1, 10, "  MOVE AMOUNT TO TOTAL. "},
@@ -148,8 +159,19 @@ void BuildEstate(TestRepository& repo) {
                 {{8, 8, 0, 1, 1, 1, 40, 1},
                  {3, 1, 0, 1, 1, 1, 40, 2},
                  {3, 9, 0, 1, 1, 1, 40, 4},
-                 {4, 1, 0, 1, 1, 0, 3, 0},   // PAYCALC includes EMPREC
-                 {6, 1, 0, 5, 2, 0, 1, 0}}); // JOBB's file includes PROCLIB
+                 {4, 1, 0, 1, 1, 0, 3, 0}, // PAYCALC includes EMPREC
+                 {6, 1, 0, 5, 2, 0, 1, 0}, // JOBB's file includes PROCLIB
+                 {2, 1, 0, 1, 1, 0, 4, 0}, // PAYCALC, PAYPRINT and SUBPGM include PAYREC
+                 {2, 1, 0, 1, 2, 0, 5, 0},
+                 {2, 1, 0, 3, 1, 0, 6, 0},
+                 {5, 1, 0, 5, 2, 0, 7, 0}}); // JOBB runs JOBA
+    repo.Insert("QXFILE", "QXFileID, QXFileName",
+                {{1, "PAY.CBL"},
+                 {2, "PAYREC.CPY"},
+                 {3, "SUB.CBL"},
+                 {4, "EMPREC.CPY"},
+                 {5, "JOBS.JCL"},
+                 {6, "PROCLIB"}});
 }
 
 // One line per record: lines with their text, variable, qualifier, group
@@ -177,9 +199,25 @@ QStringList Summary(const TDataFlows& list) {
     return lines;
 }
 
+// The children of a node: text, picture and whether it can be opened.
+QStringList Shape(const TQXTreeNode* node) {
+    QStringList lines;
+    for (const TQXTreeNode* child : ChildNodes(node))
+        lines << child->Text() + QStringLiteral(" | ") + QString::number(child->ImageIndex()) +
+                     (TQXTreeControl::HasPlaceholder(child) ? QStringLiteral(" +") : QString());
+    return lines;
+}
+
+TQXTreeNode* ChildNamed(const TQXTreeNode* node, const QString& text) {
+    for (TQXTreeNode* child : ChildNodes(node))
+        if (child->Text() == text)
+            return child;
+    return nullptr;
+}
+
 } // namespace
 
-class TestDataFlowLookup : public QObject {
+class TestDataFlow : public QObject {
     Q_OBJECT
 
     TQXScriptedUIServices FUi;
@@ -285,7 +323,152 @@ private slots:
         QVERIFY(Lookup(Amount(1, OddScope), 0, true));
         QCOMPARE(FUi.Messages().size(), 2);
     }
+    // ---------------------------------------------------------- the Data view
+
+    std::unique_ptr<TQXViewDriver> Driver() {
+        auto driver = std::make_unique<TQXViewDriver>(FRepo->Location());
+        driver->BaseFunctions().SetLanguageDefinition({FileScoped, "FILELANG", 5});
+        return driver;
+    }
+
+    void rootVariableOpensIntoItsScopes() {
+        auto d = Driver();
+        QCOMPARE(d->ShowVariable("PAYREC", "AMOUNT"), QString());
+        TQXTreeNode* root = d->Tree().Root(0);
+        QCOMPARE(RootTexts(d->Tree()), QStringList{" AMOUNT as PIC 9(7)V99 [PAYREC]"});
+        QCOMPARE(root->ImageIndex(), 35);
+        d->Expand(root);
+        // SUBPGM uses its own AMOUNT nowhere: its scope goes. PAYREC, where
+        // the variable is declared, holds no use of it.
+        QCOMPARE(Shape(root),
+                 QStringList({"As used in PAYCALC | 35 +", "As used in PAYPRINT | 35 +"}));
+        // BottomUp the roots stay; PAYPRINT's use receives no value.
+        d->View().rbBottomUp->click();
+        root = d->Tree().Root(0);
+        d->Expand(root);
+        QCOMPARE(Shape(root), QStringList{"As used in PAYCALC | 35 +"});
+
+        // Known in the whole file: JOBB, in JOBA's file, is no other scope,
+        // and the declaring scope holds the flows.
+        d->View().rbTopDown->click();
+        QCOMPARE(d->ShowVariable("JOBA", "DDIN"), QString());
+        root = d->Tree().Root(0);
+        d->Expand(root);
+        QCOMPARE(Shape(root), QStringList{"As used in Declaration Scope | 35 +"});
+        d->Expand(root->Child(0));
+        QCOMPARE(Shape(root->Child(0)),
+                 QStringList({" DDOUT as DD [JOBA] | 37 +", "COPY DDIN TO DDOUT [JOBB] | 0",
+                              " DDLIB as DSN [PROCLIB] | 47 +", "COPY DDIN TO DDLIB [JOBB] | 0"}));
+
+        QVERIFY(d->ShowVariable("JOBA", "NOSUCH").contains("declares no variable NOSUCH"));
+        QVERIFY(d->ShowVariable("NOPE", "DDIN").contains("no object named NOPE"));
+    }
+
+    void deeperVariablesListFlowsAndLines() {
+        auto d = Driver();
+        d->ShowVariable("PAYREC", "AMOUNT");
+        d->Expand(d->Tree().Root(0));
+        TQXTreeNode* paycalc = ChildNamed(d->Tree().Root(0), "As used in PAYCALC");
+        d->Expand(paycalc);
+        // Each variable is followed by its lines; lines are leaves, and the
+        // variable of the scope above is not opened again.
+        QCOMPARE(Shape(paycalc), QStringList({
+                                     " TOTAL as PIC 9(9) COMP [PAYCALC] | 37 +",
+                                     "MOVE AMOUNT TO TOTAL. [PAYCALC] | 0",
+                                     "ADD AMOUNT TO TOTAL. [PAYCALC] | 0",
+                                     " COUNTER as PIC 9(5) [PAYREC] | 37 +",
+                                     "MOVE PAYREC OF AMOUNT TO COUNTER. [PAYCALC] | 0",
+                                     " AMOUNT as PIC S9(7)V99 [SUBPGM] | 37 +",
+                                     "CALL 'SUBPGM' USING AMOUNT. [PAYCALC] | 0",
+                                     " AMOUNT as PIC 9(7)V99 [PAYREC] | 37",
+                                     "MOVE AMOUNT TO PAYREC. [PAYCALC] | 0",
+                                     " EMPNAME as PIC X(30) [EMPREC] | 37 +",
+                                     "MOVE AMOUNT TO EMPNAME. [PAYCALC] | 0",
+                                     " AMOUNT as PIC 9(5) [EMPREC] | 37 +",
+                                     "MOVE AMOUNT TO EMPREC. [PAYCALC] | 0",
+                                     "--- Other rows of interest --- | -1",
+                                     "CALL 'NOTLOADED' USING AMOUNT. [PAYCALC] | 0",
+                                     "MOVE AMOUNT TO NOWHERE. [PAYCALC] | 0",
+                                     "Source missing for called object | 0",
+                                 }));
+        QCOMPARE(paycalc->ImageIndex(), 35);
+
+        d->View().rbBottomUp->click();
+        d->Expand(d->Tree().Root(0));
+        paycalc = ChildNamed(d->Tree().Root(0), "As used in PAYCALC");
+        d->Expand(paycalc);
+        QCOMPARE(Shape(paycalc), QStringList({
+                                     " AMOUNT as PIC S9(7)V99 [SUBPGM] | 35 +",
+                                     "CALL 'SUBPGM' USING AMOUNT. [PAYCALC] | 0",
+                                     "MOVE AMOUNT TO PAYREC. [PAYCALC] | 0",
+                                     " BASEPAY as PIC 9(7) [PAYCALC] | 35 +",
+                                     "MOVE BASEPAY TO AMOUNT. [PAYCALC] | 0",
+                                     "--- Other rows of interest --- | -1",
+                                     "CALL 'NOTLOADED' USING AMOUNT. [PAYCALC] | 0",
+                                 }));
+        QCOMPARE(paycalc->ImageIndex(), 38); // it found where its value comes from
+    }
+
+    void variablesReachTheView() {
+        auto d = Driver();
+        TQXItems handed;
+        QString command;
+        d->BaseFunctions().RegisterWindow(
+            "View", [&](const QString&, const TQXItems& items, const QString& c, QString&) {
+                handed = items;
+                command = c;
+            });
+        // A variable of the Data view keeps its scope.
+        d->ShowVariable("PAYREC", "AMOUNT");
+        d->Expand(d->Tree().Root(0));
+        TQXTreeNode* paycalc = ChildNamed(d->Tree().Root(0), "As used in PAYCALC");
+        d->Expand(paycalc);
+        TQXTreeNode* empname = ChildNamed(paycalc, " EMPNAME as PIC X(30) [EMPREC]");
+        d->Tree().SetSelection({empname});
+        d->View().ShowDataFlow1Click(nullptr);
+        QCOMPARE(command, QStringLiteral("Show Data Flow"));
+        QCOMPARE(handed.Count(), 1);
+        QCOMPARE(handed.At(0).Text, QStringLiteral(" EMPNAME as PIC X(30) [EMPREC]"));
+        QCOMPARE(handed.At(0).Icon, 35);
+        QCOMPARE(handed.At(0).Data->GetItemID(), empname->Item()->GetItemID());
+
+        {
+            auto other = Driver();
+            other->Connect();
+            QString error;
+            other->View().ReceiveItems(handed, command, error);
+            QCOMPARE(error, QString());
+            QCOMPARE(RootTexts(other->Tree()), QStringList{" EMPNAME as PIC X(30) [EMPREC]"});
+            QCOMPARE(other->View().Settings().Level, TQXLevel::Data);
+            QVERIFY(other->View().Settings().IsDependencies() &&
+                    other->View().Settings().IsTopDown());
+        }
+
+        // A declaration listed among an object's contents is looked up where
+        // it is declared; a use is no variable to show.
+        d->Tree().Clear();
+        d->Tree().SetSelection({d->Tree().AddRoot("EMPNAME", TQXItem::ForWord(4, 1, 0, 1, 1))});
+        d->View().ShowDataFlow1Click(nullptr);
+        QCOMPARE(handed.At(0).Data->GetItemID(),
+                 TQXDataItem("EMPNAME", "EMPREC", 4, 1, 0, 4, 1, 0, 1, 1, Cobol).GetItemID());
+        d->Tree().SetSelection({d->Tree().AddRoot("use", TQXItem::ForWord(1, 1, 1, 10, 2))});
+        d->View().ShowDataFlow1Click(nullptr);
+        QVERIFY(d->Ui().Messages().last().contains("not a variable"));
+
+        // A view document keeps the root variable; reopened, it opens alike.
+        QTemporaryDir dir;
+        const QString file = dir.filePath("amount.kvv");
+        d->ShowVariable("PAYREC", "AMOUNT");
+        d->SaveDocument(file);
+        d->Expand(d->Tree().Root(0));
+        auto reopened = Driver();
+        reopened->OpenDocument(file);
+        reopened->Expand(reopened->Tree().Root(0));
+        QCOMPARE(Shape(reopened->Tree().Root(0)), Shape(d->Tree().Root(0)));
+        QCOMPARE(reopened->Tree().Root(0)->Item()->GetItemID(),
+                 d->Tree().Root(0)->Item()->GetItemID());
+    }
 };
 
-QTEST_MAIN(TestDataFlowLookup)
-#include "tst_DataFlowLookup.moc"
+QTEST_MAIN(TestDataFlow)
+#include "tst_DataFlow.moc"
