@@ -4,18 +4,48 @@
 #include "platform/UIServices.h"
 #include "repository/WhereText.h"
 
+#include <map>
+#include <tuple>
+
 namespace {
 const QString MissingSource = QStringLiteral("Source missing for called object");
 
 void Show(const char* message) {
     TQXUIServices::Current().ShowMessage(QString::fromLatin1(message));
 }
+
+// The where texts of the steps, built the same way when they are read
+// together beforehand.
+QString LineWordsInScope(const QString& scope, qint32 rowID) {
+    return scope + where::AndKey("QXRowID", rowID) + QStringLiteral(" AND QXWordID > 0");
+}
+QString FlowAt(bool to, qint32 fileID, qint32 rowID, qint32 wordID) {
+    return to ? where::Keys(
+                    {{"QXFromFileID", fileID}, {"QXFromRowID", rowID}, {"QXFromWordID", wordID}})
+              : where::Keys({{"QXFileID", fileID}, {"QXRowID", rowID}, {"QXWordID", wordID}});
+}
+QString Line(qint32 fileID, qint32 objectID, qint32 entryID, qint32 rowID) {
+    return where::Keys({{"QXFileID", fileID},
+                        {"QXObjectID", objectID},
+                        {"QXEntryID", entryID},
+                        {"QXRowID", rowID}});
+}
+QString LineWords(qint32 fileID, qint32 objectID, qint32 entryID, qint32 rowID) {
+    return Line(fileID, objectID, entryID, rowID) + QStringLiteral(" AND QXWordID > 0");
+}
+int ToInt(const QVariant& value) {
+    return value.toInt();
+}
+
+constexpr std::size_t IdsPerStatement = 500;
 } // namespace
 
 TQXDataFlowLookup::TQXDataFlowLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
                                      TQXBaseFunctionsInterface& host,
-                                     QPointer<TQXLanguageDefinition>& languageDefinition)
-    : FRecords(dataAccess, tables), FHost(host), FLanguageDefinition(languageDefinition) {}
+                                     QPointer<TQXLanguageDefinition>& languageDefinition,
+                                     TQXReadPath path)
+    : FRecords(dataAccess, tables, path == TQXReadPath::SetBased), FHost(host),
+      FLanguageDefinition(languageDefinition) {}
 
 bool TQXDataFlowLookup::UseLanguageDefinition(TQXBaseFunctionsInterface& host,
                                               QPointer<TQXLanguageDefinition>& definition,
@@ -80,17 +110,128 @@ bool TQXDataFlowLookup::GetDataFlow(const TQXDataItem& item, int direction, bool
         occurrences.push_back(o);
     } while (FRecords.Next(qx::Table::QXWORD));
 
+    if (!checkOnly) // a test usually answers at the first use: no reading ahead
+        PrefetchUses(occurrences, scope, direction);
     bool found = false;
     for (Occurrence& o : occurrences) {
         o.Dropped = IsQualifiedOtherwise(o, scope, item.DataText2);
         if (o.Dropped || !Follow(o, item, direction))
             continue;
-        found = true;
+        o.Flows = found = true;
         if (checkOnly)
             return true;
-        AddFlow(o, item, scope, list);
+        if (!FRecords.Remembers())
+            AddFlow(o, item, scope, list);
+    }
+    if (FRecords.Remembers()) {
+        // The same flows in the same order, their lines read together first.
+        PrefetchFlowLines(occurrences);
+        for (const Occurrence& o : occurrences)
+            if (o.Flows)
+                AddFlow(o, item, scope, list);
     }
     return found;
+}
+
+// The words of each use's line and the flow records at each use, a few
+// hundred lines per statement.
+void TQXDataFlowLookup::PrefetchUses(const std::vector<Occurrence>& occurrences,
+                                     const QString& scope, int direction) {
+    if (!FRecords.Remembers() || occurrences.size() < 2)
+        return;
+    using qx::Table;
+    const bool to = direction == 0;
+    std::vector<const TDataFlow*> uses;
+    std::map<qint32, std::vector<const TDataFlow*>> flowUses; // by file
+    for (const Occurrence& o : occurrences) {
+        uses.push_back(&o.Flow);
+        if (o.Flow.SectionType != qx::code::SectionCallArgument)
+            flowUses[o.Flow.FileID].push_back(&o.Flow);
+    }
+    for (std::size_t i = 0; i < uses.size(); i += IdsPerStatement) {
+        QList<qint32> rows;
+        QStringList wheres;
+        for (std::size_t j = i; j < std::min(uses.size(), i + IdsPerStatement); ++j) {
+            rows << uses[j]->RowID;
+            wheres << LineWordsInScope(scope, uses[j]->RowID);
+        }
+        FRecords.Prefetch(
+            Table::QXWORD,
+            scope + QStringLiteral(" AND ") + where::In("QXRowID", rows, QStringLiteral(", ")) +
+                QStringLiteral(" AND QXWordID > 0"),
+            [&](const TQXFlowRecords::Record& r) {
+                return LineWordsInScope(scope, ToInt(r[qx::QXWORD::QXRowID]));
+            },
+            wheres);
+    }
+    using namespace qx::QXDATAFLOW;
+    for (const auto& [fileID, fileUses] : flowUses)
+        for (std::size_t i = 0; i < fileUses.size(); i += IdsPerStatement) {
+            QList<qint32> rows;
+            QStringList wheres;
+            for (std::size_t j = i; j < std::min(fileUses.size(), i + IdsPerStatement); ++j) {
+                rows << fileUses[j]->RowID;
+                wheres << FlowAt(to, fileID, fileUses[j]->RowID, fileUses[j]->WordID);
+            }
+            FRecords.Prefetch(
+                Table::QXDATAFLOW,
+                where::Keys({{to ? "QXFromFileID" : "QXFileID", fileID}}) +
+                    QStringLiteral(" AND ") +
+                    where::In(to ? "QXFromRowID" : "QXRowID", rows, QStringLiteral(", ")),
+                [&](const TQXFlowRecords::Record& r) {
+                    return to ? FlowAt(true, ToInt(r[QXFromFileID]), ToInt(r[QXFromRowID]),
+                                       ToInt(r[QXFromWordID]))
+                              : FlowAt(false, ToInt(r[QXFileID]), ToInt(r[QXRowID]),
+                                       ToInt(r[QXWordID]));
+                },
+                wheres);
+        }
+}
+
+// The lines of the flows and their words, by file, object and entry.
+void TQXDataFlowLookup::PrefetchFlowLines(const std::vector<Occurrence>& occurrences) {
+    using qx::Table;
+    std::map<std::tuple<qint32, qint32, qint32>, QList<qint32>> lines;
+    int flows = 0;
+    for (const Occurrence& o : occurrences)
+        if (o.Flows) {
+            lines[{o.Flow.FileID, o.Flow.ObjectID, o.Flow.EntryID}] << o.Flow.RowID;
+            ++flows;
+        }
+    if (flows < 2)
+        return;
+    for (const auto& [key, allRows] : lines) {
+        const auto [fileID, objectID, entryID] = key;
+        for (qsizetype i = 0; i < allRows.size(); i += IdsPerStatement) {
+            const QList<qint32> rows = allRows.mid(i, IdsPerStatement);
+            QStringList rowWheres;
+            QStringList wordWheres;
+            for (qint32 rowID : rows) {
+                rowWheres << Line(fileID, objectID, entryID, rowID);
+                wordWheres << LineWords(fileID, objectID, entryID, rowID);
+            }
+            const QString lineCondition =
+                where::Keys(
+                    {{"QXFileID", fileID}, {"QXObjectID", objectID}, {"QXEntryID", entryID}}) +
+                QStringLiteral(" AND ") + where::In("QXRowID", rows, QStringLiteral(", "));
+            FRecords.Prefetch(
+                Table::QXROW, lineCondition,
+                [](const TQXFlowRecords::Record& r) {
+                    using namespace qx::QXROW;
+                    return Line(ToInt(r[QXFileID]), ToInt(r[QXObjectID]), ToInt(r[QXEntryID]),
+                                ToInt(r[QXRowID]));
+                },
+                rowWheres);
+            FRecords.Prefetch(
+                Table::QXWORD, lineCondition + QStringLiteral(" AND QXWordID > 0"),
+                [](const TQXFlowRecords::Record& r) {
+                    using namespace qx::QXWORD;
+                    return LineWords(ToInt(r[QXFileID]), ToInt(r[QXObjectID]), ToInt(r[QXEntryID]),
+                                     ToInt(r[QXRowID]));
+                },
+                wordWheres);
+        }
+    }
 }
 
 // The words of the current QXWORD selection, in order, up to the one with
@@ -116,8 +257,7 @@ TQXDataFlowLookup::Walk TQXDataFlowLookup::WalkWords(qint32 wordID) {
 // The use is qualified by something other than the declaring identifier.
 bool TQXDataFlowLookup::IsQualifiedOtherwise(const Occurrence& o, const QString& scope,
                                              const QString& qualifier) {
-    if (!FRecords.Select(qx::Table::QXWORD, scope + where::AndKey("QXRowID", o.Flow.RowID) +
-                                                QStringLiteral(" AND QXWordID > 0")))
+    if (!FRecords.Select(qx::Table::QXWORD, LineWordsInScope(scope, o.Flow.RowID)))
         return false;
     const Walk walk = WalkWords(o.Flow.WordID);
     return walk.Matched && !walk.Qualifier.isEmpty() && walk.Qualifier != qualifier;
@@ -147,11 +287,7 @@ bool TQXDataFlowLookup::Follow(Occurrence& o, const TQXDataItem& item, int direc
     }
     using namespace qx::QXDATAFLOW;
     const bool to = direction == 0;
-    const QString condition =
-        to ? where::Keys(
-                 {{"QXFromFileID", f.FileID}, {"QXFromRowID", f.RowID}, {"QXFromWordID", f.WordID}})
-           : where::Keys({{"QXFileID", f.FileID}, {"QXRowID", f.RowID}, {"QXWordID", f.WordID}});
-    if (!FRecords.Select(qx::Table::QXDATAFLOW, condition))
+    if (!FRecords.Select(qx::Table::QXDATAFLOW, FlowAt(to, f.FileID, f.RowID, f.WordID)))
         return false;
     f.OwnerFileID = item.OwnerFileID;
     f.OwnerObjectID = item.OwnerObjectID;
@@ -173,10 +309,7 @@ void TQXDataFlowLookup::AddFlow(const Occurrence& o, const TQXDataItem& item, co
     added.IsRow = true;
     added.Group = -1;
     list.push_back(added);
-    if (!FRecords.Select(qx::Table::QXROW, where::Keys({{"QXFileID", f.FileID},
-                                                        {"QXObjectID", f.ObjectID},
-                                                        {"QXEntryID", f.EntryID},
-                                                        {"QXRowID", f.RowID}}))) {
+    if (!FRecords.Select(qx::Table::QXROW, Line(f.FileID, f.ObjectID, f.EntryID, f.RowID))) {
         list[line].Text = MissingSource;
         return;
     }
@@ -195,11 +328,7 @@ void TQXDataFlowLookup::AddFlow(const Occurrence& o, const TQXDataItem& item, co
     }
 
     // The variable at the other end: the word at the flow's position.
-    if (!FRecords.Select(qx::Table::QXWORD, where::Keys({{"QXFileID", f.FileID},
-                                                         {"QXObjectID", f.ObjectID},
-                                                         {"QXEntryID", f.EntryID},
-                                                         {"QXRowID", f.RowID}}) +
-                                                QStringLiteral(" AND QXWordID > 0")))
+    if (!FRecords.Select(qx::Table::QXWORD, LineWords(f.FileID, f.ObjectID, f.EntryID, f.RowID)))
         return;
     const Walk walk = WalkWords(f.WordID);
     QString name = walk.Word;

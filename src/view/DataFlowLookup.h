@@ -3,9 +3,10 @@
 #include "host/LanguageDefinition.h"
 #include "repository/DataAccessInterface.h"
 #include "repository/DataFlow.h"
-#include "repository/RecordReader.h"
 #include "repository/TableHandleSet.h"
 #include "repository/TreeItems.h"
+#include "view/FlowRecords.h"
+#include "view/ReadPath.h"
 
 #include <QPointer>
 
@@ -22,9 +23,13 @@ class TQXDataFlowLookup {
 public:
     // `languageDefinition` is the view's: the definition last looked up,
     // owned by the host and kept across lookups.
+    // On the set-based path each distinct selection is read once per lookup
+    // and the lines of all uses are read together; the reference path makes
+    // every selection as it goes. Both give the same list.
     TQXDataFlowLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
                       TQXBaseFunctionsInterface& host,
-                      QPointer<TQXLanguageDefinition>& languageDefinition);
+                      QPointer<TQXLanguageDefinition>& languageDefinition,
+                      TQXReadPath path = TQXReadPath::SetBased);
 
     // Empties `list`; true when an occurrence takes part in a flow. With
     // checkOnly the lookup ends there and the list stays empty; without it
@@ -46,6 +51,7 @@ private:
     struct Occurrence {
         TDataFlow Flow;
         bool Dropped = false;
+        bool Flows = false;
     };
     // Where a walk over a line's words stopped and the qualifier it had.
     struct Walk {
@@ -63,8 +69,12 @@ private:
     bool FindIncludedDeclaration(const Occurrence& o, const TQXDataItem& item, const QString& name);
     TDataFlow Declaration(const Occurrence& o, qint32 group);
     Walk WalkWords(qint32 wordID);
+    // The selections the steps make for each use, read together.
+    void PrefetchUses(const std::vector<Occurrence>& occurrences, const QString& scope,
+                      int direction);
+    void PrefetchFlowLines(const std::vector<Occurrence>& occurrences);
 
-    TQXRecordReader FRecords;
+    TQXFlowRecords FRecords;
     TQXBaseFunctionsInterface& FHost;
     QPointer<TQXLanguageDefinition>& FLanguageDefinition;
 };

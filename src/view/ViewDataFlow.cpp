@@ -31,7 +31,8 @@ TQXItems ItemsOf(const TQXRootVariable& variable) {
 } // namespace
 
 bool TQXView::GetDataFlow(const TQXDataItem& item, int direction, bool checkOnly) {
-    return TQXDataFlowLookup(*DataAccess(), FTables, *BaseFunctions(), FLanguageDefinition)
+    return TQXDataFlowLookup(*DataAccess(), FTables, *BaseFunctions(), FLanguageDefinition,
+                             FReadPath)
         .GetDataFlow(item, direction, checkOnly, FDataFlows);
 }
 

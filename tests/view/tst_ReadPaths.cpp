@@ -2,13 +2,16 @@
 // trees: every view of the demo estate and of two generated estates (other
 // seeds: hidden parts, inherited and uncertain calls, packages, sub-objects,
 // records missing on purpose), opened to a fixed depth, on SQLite and
-// PostgreSQL. Texts, images, items, order, placeholders and markers.
+// PostgreSQL. Texts, images, items, order, placeholders and markers. The
+// same for the data flow of every declared variable, both ways.
 #include "SampleEstate.h"
 #include "sqlaccess/RepositorySchema.h"
 #include "support/EveryView.h"
 #include "support/TestRepository.h"
 #include "view/View.h"
 
+#include <QRadioButton>
+#include <QSqlQuery>
 #include <QtTest>
 
 namespace {
@@ -35,6 +38,36 @@ Opened Open(const QString& repository, const TQXViewSettings& settings, TQXReadP
     driver.Refresh();
     driver.ExpandToDepth(Depth, MostNodes);
     return {Dump(driver.Tree()), driver.RoundTrips()};
+}
+
+// Each declared variable as "korvane-cli flow" names it: object and name.
+QList<QStringList> DeclaredVariables(QSqlDatabase db) {
+    QSqlQuery query(db);
+    query.exec("SELECT DISTINCT o.QXObjectName, w.QXWord FROM QXWORD w JOIN QXOBJECT o ON "
+               "o.QXFileID = w.QXFileID AND o.QXObjectID = w.QXObjectID WHERE w.QXWordType = "
+               "1011 AND o.QXIcon >= 0 ORDER BY 1, 2");
+    QList<QStringList> variables;
+    while (query.next())
+        variables << QStringList{query.value(0).toString(), query.value(1).toString()};
+    return variables;
+}
+
+// The flows of every variable, opened two deep in both directions.
+QStringList Flows(const QString& repository, const QList<QStringList>& variables,
+                  TQXReadPath path) {
+    TQXViewDriver driver(repository);
+    driver.View().SetReadPath(path);
+    QStringList trees;
+    for (const QStringList& variable : variables)
+        for (bool topDown : {true, false}) {
+            if (!driver.ShowVariable(variable[0], variable[1]).isEmpty())
+                continue;
+            if (!topDown)
+                driver.View().rbBottomUp->click();
+            driver.ExpandToDepth(2, MostNodes);
+            trees << Dump(driver.Tree());
+        }
+    return trees;
 }
 
 } // namespace
@@ -86,6 +119,11 @@ private slots:
         // The point of the set-based reads.
         QVERIFY2(setBased < reference,
                  qPrintable(QString::number(setBased) + " >= " + QString::number(reference)));
+
+        const QList<QStringList> variables = DeclaredVariables(db);
+        QVERIFY(variables.size() > 50);
+        const QStringList flows = Flows(repo.Location(), variables, TQXReadPath::SetBased);
+        QCOMPARE(flows, Flows(repo.Location(), variables, TQXReadPath::Reference));
     }
 };
 
