@@ -229,7 +229,16 @@ bool TCobolProgram::WriteLine(const TEstateText& text, qsizetype line, const TRu
     }
     if (content.startsWith(QLatin1String("PROCEDURE DIVISION"))) {
         Procedure(text, line, rules);
-    } else if (FDivision == Division::Procedure) {
+        // A nested program's parameters receive what its outer program
+        // passes in calls of it.
+        const TSourceRow row(source, TSourceRow::Flows::None);
+        std::vector<qint32> parameters;
+        for (int i = 0; i < row.VariableCount(); ++i)
+            parameters.push_back(row.Variable(i));
+        FFile.ReceiveArguments(FObject, Emit(row), parameters);
+        return false;
+    }
+    if (FDivision == Division::Procedure) {
         EnterParagraph(ParagraphName(content));
     } else if (content == QLatin1String("DATA DIVISION.")) {
         FDivision = Division::Data;
@@ -400,12 +409,14 @@ void TCobolProgram::EnterParagraph(const QString& name) {
 
 qint32 TCobolProgram::Statement(const QString& line) {
     TSourceRow row(line, TSourceRow::Flows::Cobol);
+    qint32 local = 0; // a program of this file that the row calls
     for (int marker = 0; marker < row.CallCount(); ++marker) {
         const QString& name = row.CallName(marker);
         if (FParagraphs.contains(name) || FCopiedParagraphs.contains(name)) {
             row.Call(marker, ParagraphTarget(name));
         } else if (const qint32 object = FFile.ObjectNamed(name)) {
             row.Call(marker, TTarget{FFile.Id(), object, 0});
+            local = object;
         } else if (const QString value = FValues.value(name); !value.isEmpty()) {
             // A call through a data name: the parser's guess is its VALUE.
             if (value.size() < 3 || !value.startsWith(QLatin1Char('\'')) ||
@@ -417,7 +428,10 @@ qint32 TCobolProgram::Statement(const QString& line) {
             row.Call(marker, FEstate.FindCallable(name));
         }
     }
-    return Emit(row);
+    const qint32 id = Emit(row);
+    if (local != 0)
+        FFile.PassArguments(local, id, row.Arguments());
+    return id;
 }
 
 qint32 TCobolProgram::Emit(const TSourceRow& row) {

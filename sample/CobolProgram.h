@@ -49,6 +49,8 @@ struct TRules {
 //    that has a VALUE is an uncertain call of what the value names;
 //  - in embedded SQL the host variables of an INTO receive the columns of
 //    the SELECT row before, and the columns of an INSERT the VALUES after.
+//  - the arguments of a call of a nested program flow into the names of its
+//    PROCEDURE DIVISION USING row.
 class TCobolProgram {
 public:
     TCobolProgram(TEstate& estate, TSourceFile& file, TRandom& random, const TObjectInfo& info,

@@ -235,6 +235,14 @@ void TSourceRow::Call(int marker, const TTarget& target, qint32 inheritsFile,
         PendingCall{FCallWords.at(std::size_t(marker)), target, inheritsFile, inheritsObject});
 }
 
+std::vector<qint32> TSourceRow::Arguments() const {
+    std::vector<qint32> arguments;
+    for (qint32 id : FVariables)
+        if (FWords.at(std::size_t(id - 1)).section == section::CallArgument)
+            arguments.push_back(id);
+    return arguments;
+}
+
 const QString& TSourceRow::CallName(int marker) const {
     return FWords.at(std::size_t(FCallWords.at(std::size_t(marker)) - 1)).text;
 }
@@ -288,4 +296,18 @@ qint32 TSourceFile::Comment(const QString& text) {
 
 void TSourceFile::Flow(qint32 fromRow, qint32 fromWord, qint32 toRow, qint32 toWord) {
     FWriter.DataFlow(FId, toRow, toWord, FId, fromRow, fromWord);
+}
+
+void TSourceFile::PassArguments(qint32 object, qint32 row, std::vector<qint32> words) {
+    if (!words.empty())
+        FPassed.push_back(PassedArguments{object, row, std::move(words)});
+}
+
+void TSourceFile::ReceiveArguments(qint32 object, qint32 row, const std::vector<qint32>& words) {
+    for (const PassedArguments& call : FPassed) {
+        if (call.object != object)
+            continue;
+        for (std::size_t i = 0; i < qMin(call.words.size(), words.size()); ++i)
+            Flow(call.row, call.words[i], row, words[i]);
+    }
 }

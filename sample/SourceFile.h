@@ -51,6 +51,8 @@ public:
     // Word id of the n-th bracketed variable (use or declaration, 0-based).
     qint32 Variable(int marker) const { return FVariables.at(std::size_t(marker)); }
     int VariableCount() const { return int(FVariables.size()); }
+    // Word ids of the uses that are arguments of a call ([&NAME]), in order.
+    std::vector<qint32> Arguments() const;
     // The [>NAME] words: how many, and the name each calls (without quotes).
     int CallCount() const { return int(FCallWords.size()); }
     const QString& CallName(int marker) const;
@@ -154,6 +156,13 @@ public:
     // A flow between words of two rows of this file.
     void Flow(qint32 fromRow, qint32 fromWord, qint32 toRow, qint32 toWord);
 
+    // A call from the row to an object of this file with the given argument
+    // words; their values flow into the parameters that object receives.
+    void PassArguments(qint32 object, qint32 row, std::vector<qint32> words);
+    // The object's parameter words in its row: each receives the argument in
+    // the same place of every call passed to it before.
+    void ReceiveArguments(qint32 object, qint32 row, const std::vector<qint32>& words);
+
 private:
     TEstateWriter& FWriter;
     qint32 FId;
@@ -163,4 +172,10 @@ private:
     qint32 FNextRow = 1;
     qint32 FObject = 0;
     qint32 FEntry = 0;
+    struct PassedArguments {
+        qint32 object;
+        qint32 row;
+        std::vector<qint32> words;
+    };
+    std::vector<PassedArguments> FPassed;
 };

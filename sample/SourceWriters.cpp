@@ -363,36 +363,58 @@ QString CreatedTable(const QString& line) {
     return create.match(line).captured(1);
 }
 
+QString CreatedProcedure(const QString& line) {
+    static const QRegularExpression create(QStringLiteral("^CREATE PROCEDURE ([A-Z0-9_]+) \\($"));
+    return create.match(line).captured(1);
+}
+
 } // namespace
 
 void PlanTables(TEstate& estate, qint32 file, const TEstateText& text) {
     qint32 object = 0;
-    for (qsizetype line = 0; line < text.Size(); ++line)
+    for (qsizetype line = 0; line < text.Size(); ++line) {
         if (const QString table = CreatedTable(text[line]); !table.isEmpty())
             estate.Define(QStringLiteral("TAB:") + table, TTarget{file, ++object, 0});
+        else if (!CreatedProcedure(text[line]).isEmpty())
+            ++object;
+    }
 }
 
-// A column definition starts with the column's name and type.
+// A column definition starts with the column's name and type, a parameter
+// of a procedure with its mode, name and type. The statements of a
+// procedure's body have the data flows of their SET clauses.
 void WriteTables(TEstate& estate, qint32 fileId, const TEstateText& text) {
     static const QRegularExpression column(
         QStringLiteral("^\\s+([A-Z_][A-Z0-9_]*)\\s+([A-Z]+(?:\\([0-9,]+\\))?)"));
+    static const QRegularExpression parameter(QStringLiteral(
+        "^\\s+(?:IN|OUT|INOUT)\\s+([A-Z_][A-Z0-9_]*)\\s+([A-Z]+(?:\\([0-9,]+\\))?)"));
     static const QStringList constraints = {QStringLiteral("PRIMARY"), QStringLiteral("FOREIGN"),
                                             QStringLiteral("UNIQUE"), QStringLiteral("CONSTRAINT"),
                                             QStringLiteral("CHECK")};
     TSourceFile file(estate.Writer(), fileId, lang::SqlDdl);
-    qint32 table = 0;
+    qint32 object = 0; // the table or procedure the lines are in
+    bool procedure = false;
     ForEachLine(text, [&](const QString& line) {
+        const QRegularExpression& declaration = procedure ? parameter : column;
         if (const QString name = CreatedTable(line); !name.isEmpty()) {
-            table = file.AddObject(TObjectInfo::Named(name, "DB2 Table", icon::Table));
-            file.At(table);
-        } else if (const QRegularExpressionMatch match = column.match(line);
-                   table > 0 && match.hasMatch() && !constraints.contains(match.captured(1))) {
+            object = file.AddObject(TObjectInfo::Named(name, "DB2 Table", icon::Table));
+            procedure = false;
+            file.At(object);
+        } else if (const QString name = CreatedProcedure(line); !name.isEmpty()) {
+            object =
+                file.AddObject(TObjectInfo::Named(name, "DB2 Stored Procedure", icon::Function));
+            procedure = true;
+            file.At(object);
+        } else if (const QRegularExpressionMatch match = declaration.match(line);
+                   object > 0 && match.hasMatch() && !constraints.contains(match.captured(1))) {
             file.Emit(TSourceRow(
                 Declaring(line, match.capturedStart(1), match.capturedEnd(1), match.captured(2)),
-                TSourceRow::Flows::None, section::Column));
+                TSourceRow::Flows::None, procedure ? section::Linkage : section::Column));
             return;
         }
-        EmitCalling(estate, file, TSourceRow(line, TSourceRow::Flows::None));
+        EmitCalling(
+            estate, file,
+            TSourceRow(line, procedure ? TSourceRow::Flows::Cobol : TSourceRow::Flows::None));
     });
 }
 

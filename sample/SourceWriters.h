@@ -27,7 +27,8 @@ void WriteJobStream(TEstate& estate, qint32 file, const TEstateText& text, qint3
 void PlanGeneratorSource(TEstate& estate, qint32 file, const TEstateText& text);
 void WriteGeneratorSource(TEstate& estate, qint32 file, const TEstateText& text);
 
-// SQL DDL: every table (TAB:name) is an object declaring its columns.
+// SQL DDL: every table (TAB:name) is an object declaring its columns, every
+// procedure an object declaring its parameters.
 void PlanTables(TEstate& estate, qint32 file, const TEstateText& text);
 void WriteTables(TEstate& estate, qint32 file, const TEstateText& text);
 

@@ -12,6 +12,7 @@
 #include "repository/Errors.h"
 #include "sqlaccess/RepositorySchema.h"
 #include "support/Failure.h"
+#include "support/RunProgram.h"
 #include "support/TestRepository.h"
 
 #include <QCryptographicHash>
@@ -42,6 +43,7 @@ public:
     }
 
     QSqlDatabase Db() const { return FRepository.Db(); }
+    const QString& Location() const { return FRepository.Location(); }
     const SampleEstateCounts& Counts() const { return FCounts; }
 
     // The first column of the query's rows, joined by blanks.
@@ -484,6 +486,67 @@ private slots:
     void demoHasEveryCode() {
         QFETCH(QString, sql);
         QVERIFY2(FDemo->Scalar(sql) > 0, qPrintable(sql));
+    }
+
+    // The demo's data flows as korvane-cli opens them: a reserve passed by
+    // CALL ... USING reaches a data set field of the called program (image 47)
+    // through a use qualified by the data set; a use qualified by its
+    // declaring data set counts BottomUp; a nested program's parameter gets
+    // its value from a line outside its scope; an SQL procedure's parameter
+    // reaches a column of its file's table; a use declared in a copy member is
+    // found, one declared nowhere in scope lands among the other rows. Each
+    // case's lines (text, tab, image) appear in this order.
+    void demoDataFlowsAsTheViewOpensThem_data() {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QStringList>("lines");
+        QTest::newRow("call into a data set")
+            << "--object CLAIMREG --variable CLAIM-RESERVE --depth 3"
+            << QStringList{"     RESERVE as DECIMAL(13,2) [CLAIM]\t47",
+                           "     CLAIM-RESERVE as PIC S9(11)V99 COMP-3 [CLAIMPAY]\t37",
+                           "       IR-RESERVE as PIC S9(11)V99 COMP-3 [CLMINST]\t47",
+                           "      MOVE CLAIM-RESERVE TO IR-RESERVE OF CLMINST [CLAIMPAY]\t0",
+                           "    CALL 'CLAIMPAY' USING CLAIM-AREA CLAIM-RESERVE. [CLAIMREG]\t0"};
+        QTest::newRow("qualified by its data set")
+            << "--object CLMINST --variable IR-RESERVE --direction BottomUp --depth 2"
+            << QStringList{"  As used in CLAIMPAY\t48",
+                           "     CLAIM-RESERVE as PIC S9(11)V99 COMP-3 [CLAIMPAY]\t35",
+                           "    MOVE CLAIM-RESERVE TO IR-RESERVE OF CLMINST [CLAIMPAY]\t0"};
+        QTest::newRow("line outside the called program")
+            << "--object PAYROUND --variable LK-AMOUNT --direction BottomUp --depth 2"
+            << QStringList{"  As used in Declaration Scope\t36",
+                           "    --- Other rows of interest ---",
+                           "    Source missing for called object\t0"};
+        QTest::newRow("within an SQL file")
+            << "--object BOOK_PAYMENT --variable P_AMOUNT --depth 2"
+            << QStringList{"  As used in Declaration Scope\t35",
+                           "     BALANCE as DECIMAL(13,2) [ACCOUNTS]\t47",
+                           "    SET BALANCE = BALANCE + P_AMOUNT [BOOK_PAYMENT]\t0"};
+        QTest::newRow("copy member and no declaration")
+            << "--object PAYCALC --variable PAY-NET --depth 2"
+            << QStringList{"  As used in PAYCALC\t35",
+                           "     PAY-NET as PIC S9(11)V99 COMP-3 [PAYREC]\t37",
+                           "    CALL 'PAYPOST' USING PAYREC [PAYCALC]\t0",
+                           "    --- Other rows of interest ---",
+                           "    CALL 'PAYROUND' USING PAY-NET WA-ROUNDED [PAYCALC]\t0",
+                           "  As used in PAYPOST\t35"};
+    }
+
+    void demoDataFlowsAsTheViewOpensThem() {
+        QFETCH(QString, arguments);
+        QFETCH(QStringList, lines);
+        if (!QFileInfo::exists(QCoreApplication::applicationDirPath() + "/korvane-cli"))
+            QSKIP("korvane-cli is not built");
+        const ProgramRun run = RunProgram("korvane-cli", QStringList{"flow", FDemo->Location()} +
+                                                             arguments.split(' '));
+        QVERIFY2(run.ExitCode == 0, qPrintable(run.Err));
+        qsizetype next = 0;
+        for (const QString& node : run.Out.split('\n')) {
+            const QString shown = node.section('\t', 0, 1);
+            if (next < lines.size() && shown == lines[next])
+                ++next;
+        }
+        QVERIFY2(next == lines.size(),
+                 qPrintable(lines.value(next) + "\nnot found in order in:\n" + run.Out));
     }
 
     // The form viewer counts words from the last keyword: the value of POS's

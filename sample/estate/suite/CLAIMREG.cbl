@@ -6,7 +6,7 @@
        WORKING-STORAGE SECTION.
        01  WS-RESP                      PIC S9(8) COMP.
        01  WS-CLAIM-NO                  PIC 9(10).
-       01  WS-RESERVE                   PIC S9(11)V99 COMP-3.
+       01  CLAIM-RESERVE                PIC S9(11)V99 COMP-3.
        01  WS-DAYS-SINCE-LOSS           PIC S9(5) COMP-3.
        01  CLAIM-AREA.
            05  CA-CLAIM-NO              PIC 9(10).
@@ -40,13 +40,13 @@
            MOVE 'AD' TO [DP-FUNCTION]
            CALL [>'{DATEUTIL}'] USING [&DATE-PARMS]
            MOVE [DP-DAYS] TO [WS-DAYS-SINCE-LOSS]
-           COMPUTE [WS-RESERVE] ROUNDED = [CA-AMOUNT] * 1.1
+           COMPUTE [CLAIM-RESERVE] ROUNDED = [CA-AMOUNT] * 1.1
            EXEC SQL
                INSERT INTO [>CLAIM]
                     ([CLAIM.CLAIM_NO], [CLAIM.POLICY_NO], [CLAIM.RESERVE])
-               VALUES (:[CA-CLAIM-NO], :[CA-POLICY-NO], :[WS-RESERVE])
+               VALUES (:[CA-CLAIM-NO], :[CA-POLICY-NO], :[CLAIM-RESERVE])
            END-EXEC
-           CALL [>'{CLAIMPAY}'] USING [&CLAIM-AREA].
+           CALL [>'{CLAIMPAY}'] USING [&CLAIM-AREA] [&CLAIM-RESERVE].
        8000-SEND.
            EXEC CICS SEND MAP([>'{CLMM1}']) MAPSET('{CLMSET}')
                 ERASE END-EXEC.
