@@ -35,6 +35,8 @@ TQXDependenciesCallChildren::TQXDependenciesCallChildren(TQXExpansionContext& co
       FDirection(context.Settings.DirectionNumber()), FLevelN(levelN) {}
 
 void TQXDependenciesCallChildren::Add(TQXTreeNode* node, const TDependencies& calls) {
+    if (FContext.Path == TQXReadPath::SetBased)
+        ReadObjects(calls);
     // Every object is located in the whole table, whatever a filter selected.
     FRecords.Select(Table::QXOBJECT, QString());
     Regular(node, calls);
@@ -139,11 +141,77 @@ void TQXDependenciesCallChildren::Uncertain(TQXTreeNode* node, const TDependenci
     }
 }
 
+// The objects of the calls, each as a locate in the whole table finds it:
+// the first of its records in record order. A few hundred per statement.
+void TQXDependenciesCallChildren::ReadObjects(const TDependencies& calls) {
+    std::vector<std::pair<qint32, qint32>> keys;
+    auto want = [&](qint32 fileID, qint32 objectID) {
+        if (FObjects.try_emplace({fileID, objectID}, std::nullopt).second)
+            keys.emplace_back(fileID, objectID);
+    };
+    for (const TDependency& call : calls) {
+        want(call.FileID, call.ObjectID);
+        if (call.InheritsFileID > 0)
+            want(call.InheritsFileID, call.InheritsObjectID);
+    }
+    constexpr std::size_t KeysPerStatement = 500;
+    QStringList hiddenParts;
+    for (std::size_t i = 0; i < keys.size(); i += KeysPerStatement) {
+        QString condition;
+        for (std::size_t j = i; j < std::min(keys.size(), i + KeysPerStatement); ++j)
+            condition += (condition.isEmpty() ? QStringLiteral("(") : QStringLiteral(" OR (")) +
+                         where::FileObjectKeys(keys[j].first, keys[j].second) + QLatin1Char(')');
+        if (!FRecords.Select(Table::QXOBJECT, condition))
+            continue;
+        do {
+            std::optional<Object>& known = FObjects[{FRecords.Int(Table::QXOBJECT, O::QXFileID),
+                                                     FRecords.Int(Table::QXOBJECT, O::QXObjectID)}];
+            if (!known) {
+                known = CurrentObject(FRecords.Int(Table::QXOBJECT, O::QXFileID));
+                if (known->Icon == qx::code::IconHiddenPart)
+                    hiddenParts << known->Name;
+            }
+        } while (FRecords.Next(Table::QXOBJECT));
+    }
+    if (hiddenParts.isEmpty())
+        return;
+    // A hidden part's picture is that of the first object of its name with
+    // an icon; the inheriting objects' names are asked for as well.
+    for (const auto& [key, object] : FObjects)
+        if (object)
+            hiddenParts << object->Name;
+    hiddenParts.removeDuplicates();
+    for (const QString& name : hiddenParts)
+        FHiddenPartIcons.insert(name, qx::code::IconHiddenPart);
+    for (qsizetype i = 0; i < hiddenParts.size(); i += qsizetype(KeysPerStatement)) {
+        QStringList quoted;
+        for (const QString& name : hiddenParts.mid(i, qsizetype(KeysPerStatement)))
+            quoted << where::Quoted(name);
+        if (!FRecords.Select(Table::QXOBJECT, QStringLiteral("QXObjectIdentifier IN (") +
+                                                  quoted.join(QStringLiteral(", ")) +
+                                                  QStringLiteral(") AND QXIcon >= 0")))
+            continue;
+        do {
+            int& icon = FHiddenPartIcons[FRecords.Text(Table::QXOBJECT, O::QXObjectIdentifier)];
+            if (icon == qx::code::IconHiddenPart)
+                icon = FRecords.Int(Table::QXOBJECT, O::QXIcon);
+        } while (FRecords.Next(Table::QXOBJECT));
+    }
+}
+
 std::optional<TQXDependenciesCallChildren::Object>
 TQXDependenciesCallChildren::LocateObject(qint32 fileID, qint32 objectID) {
+    if (const auto known = FObjects.find({fileID, objectID}); known != FObjects.end())
+        return known->second;
     if (!FRecords.Locate(Table::QXOBJECT, QStringLiteral("QXFileID;QXObjectID"),
                          {fileID, objectID}))
         return std::nullopt;
+    return CurrentObject(fileID);
+}
+
+// The current record of QXOBJECT, of the given file.
+std::optional<TQXDependenciesCallChildren::Object>
+TQXDependenciesCallChildren::CurrentObject(qint32 fileID) {
     Object object;
     object.PlainName = FRecords.Text(Table::QXOBJECT, O::QXObjectName);
     object.Type = FRecords.Text(Table::QXOBJECT, O::QXObjectType);
@@ -200,6 +268,8 @@ int TQXDependenciesCallChildren::Image(const Target& target, const QString& hidd
 // A hidden part shows the icon of the first object with the same identifier
 // that has a real one; without such an object it keeps -1.
 int TQXDependenciesCallChildren::HiddenPartImage(const QString& name) {
+    if (const auto known = FHiddenPartIcons.constFind(name); known != FHiddenPartIcons.constEnd())
+        return *known == qx::code::IconHiddenPart ? *known : *known + FDirection;
     const QString key = QStringLiteral("QXObjectIdentifier");
     TQXTableRef objects = FRecords.Tables().Table(Table::QXOBJECT);
     for (bool found = FRecords.Locate(Table::QXOBJECT, key, {name}); found;

@@ -3,9 +3,11 @@
 #include "repository/Dependency.h"
 #include "view/ExpansionContext.h"
 
+#include <QHash>
 #include <QString>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -62,6 +64,10 @@ private:
     void Uncertain(TQXTreeNode* node, const TDependencies& calls);
 
     std::optional<Object> LocateObject(qint32 fileID, qint32 objectID);
+    // The set-based path reads the objects of all calls,
+    // and the first real icon of each hidden part's name, before the passes.
+    void ReadObjects(const TDependencies& calls);
+    std::optional<Object> CurrentObject(qint32 fileID);
     std::optional<Target> Resolve(const TDependency& call);
     bool IsListed(const TQXTreeNode* node, const TDependency& call, bool indentedOnly) const;
     int Image(const Target& target, const QString& hiddenPartName);
@@ -76,4 +82,8 @@ private:
     bool FOption;   // the option box: in sequence, repeats are listed
     int FDirection; // the settings' direction number
     int FLevelN;
+    // Read by ReadObjects, for one expansion: objects by file and object id
+    // (none: not in QXOBJECT), and hidden parts' icons by name (-1: none).
+    std::map<std::pair<qint32, qint32>, std::optional<Object>> FObjects;
+    QHash<QString, int> FHiddenPartIcons;
 };
