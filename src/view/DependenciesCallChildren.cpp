@@ -37,8 +37,8 @@ TQXDependenciesCallChildren::TQXDependenciesCallChildren(TQXExpansionContext& co
 void TQXDependenciesCallChildren::Add(TQXTreeNode* node, const TDependencies& calls) {
     if (FContext.Path == TQXReadPath::SetBased)
         ReadObjects(calls);
-    // Every object is located in the whole table, whatever a filter selected.
-    FRecords.Select(Table::QXOBJECT, QString());
+    else
+        SelectAllObjects();
     Regular(node, calls);
     if (FDirection == 0)
         InheritedTopDown(node, calls);
@@ -141,6 +141,13 @@ void TQXDependenciesCallChildren::Uncertain(TQXTreeNode* node, const TDependenci
     }
 }
 
+// Every object is located in the whole table, whatever a filter selected.
+void TQXDependenciesCallChildren::SelectAllObjects() {
+    if (!FAllObjectsSelected)
+        FRecords.Select(Table::QXOBJECT, QString());
+    FAllObjectsSelected = true;
+}
+
 // The objects of the calls, each as a locate in the whole table finds it:
 // the first of its records in record order. A few hundred per statement.
 void TQXDependenciesCallChildren::ReadObjects(const TDependencies& calls) {
@@ -149,10 +156,13 @@ void TQXDependenciesCallChildren::ReadObjects(const TDependencies& calls) {
         if (FObjects.try_emplace({fileID, objectID}, std::nullopt).second)
             keys.emplace_back(fileID, objectID);
     };
+    bool inherited = false;
     for (const TDependency& call : calls) {
         want(call.FileID, call.ObjectID);
-        if (call.InheritsFileID > 0)
+        if (call.InheritsFileID > 0) {
             want(call.InheritsFileID, call.InheritsObjectID);
+            inherited = true;
+        }
     }
     constexpr std::size_t KeysPerStatement = 500;
     QStringList hiddenParts;
@@ -176,10 +186,13 @@ void TQXDependenciesCallChildren::ReadObjects(const TDependencies& calls) {
     if (hiddenParts.isEmpty())
         return;
     // A hidden part's picture is that of the first object of its name with
-    // an icon; the inheriting objects' names are asked for as well.
-    for (const auto& [key, object] : FObjects)
-        if (object)
-            hiddenParts << object->Name;
+    // an icon; an inherited call asks it by the inheriting object's name.
+    if (inherited)
+        for (const TDependency& call : calls)
+            if (call.InheritsFileID > 0)
+                if (const std::optional<Object>& inheritor =
+                        FObjects[{call.InheritsFileID, call.InheritsObjectID}])
+                    hiddenParts << inheritor->Name;
     hiddenParts.removeDuplicates();
     for (const QString& name : hiddenParts)
         FHiddenPartIcons.insert(name, qx::code::IconHiddenPart);
@@ -203,6 +216,7 @@ std::optional<TQXDependenciesCallChildren::Object>
 TQXDependenciesCallChildren::LocateObject(qint32 fileID, qint32 objectID) {
     if (const auto known = FObjects.find({fileID, objectID}); known != FObjects.end())
         return known->second;
+    SelectAllObjects();
     if (!FRecords.Locate(Table::QXOBJECT, QStringLiteral("QXFileID;QXObjectID"),
                          {fileID, objectID}))
         return std::nullopt;
@@ -270,6 +284,7 @@ int TQXDependenciesCallChildren::Image(const Target& target, const QString& hidd
 int TQXDependenciesCallChildren::HiddenPartImage(const QString& name) {
     if (const auto known = FHiddenPartIcons.constFind(name); known != FHiddenPartIcons.constEnd())
         return *known == qx::code::IconHiddenPart ? *known : *known + FDirection;
+    SelectAllObjects();
     const QString key = QStringLiteral("QXObjectIdentifier");
     TQXTableRef objects = FRecords.Tables().Table(Table::QXOBJECT);
     for (bool found = FRecords.Locate(Table::QXOBJECT, key, {name}); found;

@@ -68,6 +68,8 @@ private:
     // and the first real icon of each hidden part's name, before the passes.
     void ReadObjects(const TDependencies& calls);
     std::optional<Object> CurrentObject(qint32 fileID);
+    // Selects the whole object table for locates, once per expansion.
+    void SelectAllObjects();
     std::optional<Target> Resolve(const TDependency& call);
     bool IsListed(const TQXTreeNode* node, const TDependency& call, bool indentedOnly) const;
     int Image(const Target& target, const QString& hiddenPartName);
@@ -86,4 +88,5 @@ private:
     // (none: not in QXOBJECT), and hidden parts' icons by name (-1: none).
     std::map<std::pair<qint32, qint32>, std::optional<Object>> FObjects;
     QHash<QString, int> FHiddenPartIcons;
+    bool FAllObjectsSelected = false;
 };
