@@ -11,6 +11,8 @@
 
 #include <QList>
 
+#include <unordered_map>
+
 namespace {
 using qx::Table;
 namespace F = qx::QXFILE;
@@ -343,24 +345,41 @@ void TQXDistributionExpander::ApplicationContents(const TQXItem& item) {
             : where::Keys({{"QXApplicationID", item.ApplicationID}});
     if (!FRecords.Select(Table::QXFILE, fileWhere))
         return;
-    if (FRecords.Select(Table::QXPACKAGE, QString())) {
+    const bool setBased = FContext.Path == TQXReadPath::SetBased;
+    const QString filesOfApplication =
+        QStringLiteral("QXFileID IN (SELECT QXFileID FROM QXFILE WHERE ") + fileWhere +
+        QLatin1Char(')');
+    // The set-based path reads the packages of all the files at once: the
+    // first record of each file's, as the look-up per file finds it.
+    std::unordered_map<qint32, std::pair<QString, qint32>> packages;
+    if (setBased && FRecords.Select(Table::QXPACKAGE, filesOfApplication))
+        do
+            packages.try_emplace(FRecords.Int(Table::QXPACKAGE, P::QXFileID),
+                                 FRecords.Text(Table::QXPACKAGE, P::QXPackageName),
+                                 FRecords.Int(Table::QXPACKAGE, P::QXPackageID));
+        while (FRecords.Next(Table::QXPACKAGE));
+    if (setBased || FRecords.Select(Table::QXPACKAGE, QString())) {
         do {
             const qint32 fileID = FRecords.Int(Table::QXFILE, F::QXFileID);
-            if (FRecords.Select(Table::QXPACKAGE, where::Keys({{"QXFileID", fileID}})))
+            if (setBased) {
+                if (const auto package = packages.find(fileID); package != packages.end())
+                    Add(package->second.first, TQXItem::ForPackage(fileID, package->second.second),
+                        image::ImagePackageTopDown);
+            } else if (FRecords.Select(Table::QXPACKAGE, where::Keys({{"QXFileID", fileID}}))) {
                 Add(FRecords.Text(Table::QXPACKAGE, P::QXPackageName),
                     TQXItem::ForPackage(fileID, FRecords.Int(Table::QXPACKAGE, P::QXPackageID)),
                     image::ImagePackageTopDown);
+            }
         } while (FRecords.Next(Table::QXFILE));
     }
     // The set-based path selects only the objects of the application's files
-    // instead of every object of the estate; the file look-up below then
-    // finds each, as it does on the reference path.
-    const QString objectWhere =
-        FContext.Path == TQXReadPath::SetBased
-            ? QStringLiteral(
-                  "QXInPackage = 0 AND QXFileID IN (SELECT QXFileID FROM QXFILE WHERE ") +
-                  fileWhere + QLatin1Char(')')
-            : QStringLiteral("QXInPackage = 0");
+    // instead of every object of the estate (the unary plus keeps SQLite from
+    // reading them through the index on QXInPackage, which nearly every
+    // object shares); the file look-up below then finds each, as it does on
+    // the reference path.
+    const QString objectWhere = setBased
+                                    ? QStringLiteral("+QXInPackage = 0 AND ") + filesOfApplication
+                                    : QStringLiteral("QXInPackage = 0");
     if (!FRecords.Select(Table::QXOBJECT, objectWhere))
         return;
     do {
