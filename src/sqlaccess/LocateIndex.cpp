@@ -60,12 +60,26 @@ void LocateIndex::Add(const QVariantList& keyValues, qint64 seq) {
         FTexts.push_back({ToTextKey(keyValues), seq});
 }
 
+void LocateIndex::AddIntegers(std::span<const qint64> keyValues, qint64 seq) {
+    NumberKey number;
+    if (keyValues.size() > number.size()) {
+        Add(QVariantList(keyValues.begin(), keyValues.end()), seq);
+        return;
+    }
+    number.fill(0);
+    std::copy(keyValues.begin(), keyValues.end(), number.begin());
+    FNumbers.push_back({number, seq});
+}
+
 namespace {
 // Sorts entries by key, then position, and keeps the positions apart.
+// Entries read through an index on the key columns come sorted already.
 template <class Entry> void SortApart(std::vector<Entry>& entries, std::vector<qint64>& seqs) {
-    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
+    const auto before = [](const Entry& a, const Entry& b) {
         return a.key < b.key || (a.key == b.key && a.seq < b.seq);
-    });
+    };
+    if (!std::is_sorted(entries.begin(), entries.end(), before))
+        std::sort(entries.begin(), entries.end(), before);
     seqs.resize(entries.size());
     for (size_t i = 0; i < entries.size(); ++i)
         seqs[i] = entries[i].seq;

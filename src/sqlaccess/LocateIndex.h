@@ -21,6 +21,8 @@ public:
     void Reserve(qsizetype records);
     // Records may be added in any order; Finish sorts them before the first Find.
     void Add(const QVariantList& keyValues, qint64 seq);
+    // The same for key values that are all integers, without a QVariant each.
+    void AddIntegers(std::span<const qint64> keyValues, qint64 seq);
     void Finish();
     // Record positions with these key values, in record order; empty if none.
     std::span<const qint64> Find(const QVariantList& keyValues) const;

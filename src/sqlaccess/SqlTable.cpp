@@ -2,6 +2,7 @@
 
 #include "repository/Errors.h"
 #include "sqlaccess/SqlStatement.h"
+#include "sqlaccess/SqliteIntegerRows.h"
 
 #include <QSqlQuery>
 
@@ -283,14 +284,24 @@ void SqlTable::TryIndex(LocateState& state, const QStringList& keys) {
         QString columns = FOrder->KeyExpression();
         for (const QString& key : keys)
             columns += QStringLiteral(", ") + key;
-        statement.ForEachRow(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") +
-                                 FName + QStringLiteral(" WHERE ") + SelectionCondition(),
-                             [&](const QSqlQuery& query) {
-                                 for (int i = 0; i < keys.size(); ++i)
-                                     values[i] = query.value(i + 1);
-                                 index->Add(values, FOrder->KeyOf(query.value(0)));
-                                 return true;
-                             });
+        const QString read = QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") +
+                             FName + QStringLiteral(" WHERE ") + SelectionCondition();
+        // Integer keys in SQLite are read without Qt's row cache; any other
+        // value starts the index again through Qt.
+        const bool integers =
+            ForEachSqliteIntegerRow(FDb, FRoundTrips, read, [&](std::span<const qint64> row) {
+                index->AddIntegers(row.subspan(1), FOrder->KeyOf(row.front()));
+            });
+        if (!integers) {
+            index = std::make_unique<LocateIndex>();
+            index->Reserve(size);
+            statement.ForEachRow(read, [&](const QSqlQuery& query) {
+                for (int i = 0; i < keys.size(); ++i)
+                    values[i] = query.value(i + 1);
+                index->Add(values, FOrder->KeyOf(query.value(0)));
+                return true;
+            });
+        }
     }
     index->Finish();
     state.index = std::move(index);

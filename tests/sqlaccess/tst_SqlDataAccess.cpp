@@ -153,6 +153,45 @@ private slots:
         }
     }
 
+    void locateInALargeSelectionReadsItsKeysOnce() {
+        // More records than an index keeps whole: only their keys are read.
+        QList<QVariantList> rows;
+        for (int i = 0; i < 9000; ++i)
+            rows << QVariantList{1 + i / 50, 1 + i % 50, i % 7};
+        FRepo->Insert("QXOBJECT", "QXFileID, QXObjectID, QXIcon", rows);
+        auto* object = Table("QXOBJECT");
+        const QString key = QStringLiteral("QXFileID;QXObjectID");
+        const auto lookUp = [&] {
+            for (int round = 0; round < 60; ++round) { // the later ones through the index
+                const int file = 1 + round * 7 % 200, id = 1 + round * 11 % 60;
+                const bool there = file <= 180 && id <= 50;
+                QCOMPARE(Access().LocateRecord(object, key, {file, id}, 1), there);
+                if (there)
+                    QCOMPARE(Int("QXOBJECT", "QXIcon"), ((file - 1) * 50 + id - 1) % 7);
+                QVERIFY(Access().LocateRecord(object, QStringLiteral("QXIcon"), {round % 7}, 1));
+                QCOMPARE(Int("QXOBJECT", "QXObjectID"), 1 + round % 7);
+            }
+        };
+        QVERIFY(Access().SelectRecords(object, QString()));
+        lookUp();
+        // Records with the same key come in record order.
+        QList<int> ids;
+        for (bool found = Access().LocateRecord(object, QStringLiteral("QXIcon"), {3}, 1);
+             found && ids.size() < 3;
+             found = Access().LocateNextRecord(object, QStringLiteral("QXIcon"), {3}, 1))
+            ids << Int("QXOBJECT", "QXObjectID");
+        QCOMPARE(ids, (QList<int>{4, 11, 18}));
+        if (TestRepository::CurrentBackend() != Backend::SQLite)
+            return;
+        // A text in an integer column: the keys are read again, as values of their own type.
+        FRepo->Exec("UPDATE QXOBJECT SET QXObjectID = 'x' WHERE QXFileID = 2 AND QXObjectID = 5");
+        QVERIFY(Access().SelectRecords(object, QString()));
+        lookUp();
+        QVERIFY(Access().LocateRecord(object, key, {2, QStringLiteral("x")}, 1));
+        QCOMPARE(Int("QXOBJECT", "QXIcon"), 54 % 7);
+        QVERIFY(!Access().LocateRecord(object, key, {2, 5}, 1));
+    }
+
     void queryResultStandsInForItsTable() {
         FRepo->Insert(
             "QXDEPENDENCIES",
