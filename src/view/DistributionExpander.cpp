@@ -99,7 +99,7 @@ TQXDistributionExpander::Outcome TQXDistributionExpander::AddChildren(Kind kind,
         break;
     case Kind::Object:
         if (topDown) {
-            TQXObjectContents(FRecords, FTree).Show(FNode, item);
+            TQXObjectContents(FRecords, FTree, FContext.FileNames).Show(FNode, item);
             FSort = false;
         } else {
             ObjectContainers(item);
@@ -236,7 +236,8 @@ void TQXDistributionExpander::EnclosingObject(qint32 fileID, const QString& pare
         return;
     }
     QString objectWhere = QStringLiteral("QXFileID = 0");
-    const QList<qint32> siblings = FilesSharingBaseName(FRecords, fileID, false);
+    const QList<qint32> siblings =
+        FilesSharingBaseName(FRecords, fileID, false, FContext.FileNames);
     if (!siblings.isEmpty())
         objectWhere = where::In("QXFileID", siblings, QStringLiteral(", ")) + visibleParent;
     if (!FRecords.Select(Table::QXOBJECT, objectWhere))

@@ -1,5 +1,7 @@
 #include "view/DistributionNodes.h"
 
+#include <memory>
+
 #include "repository/SchemaNames.h"
 #include "repository/WhereText.h"
 
@@ -12,13 +14,41 @@ bool IsSetName(const QString& name) {
     return name.compare(QLatin1String(" ")) > 0;
 }
 
-QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool includeOwn) {
+QList<qint32> TQXUpperFileNames::Beginning(TQXRecordReader& records, const QString& prefix) {
+    if (!FNames) {
+        FNames.emplace();
+        TQXDataAccessInterface& access = records.Access();
+        std::unique_ptr<TQXDataSet> query = access.OpenQuery(
+            nullptr,
+            {QStringLiteral("SELECT QXFileID, ") + where::Upper(QStringLiteral("QXFileName")) +
+             QStringLiteral(" FROM QXFILE")},
+            0);
+        for (bool more = !query->Eof(); more; more = access.NextRecord(query.get()))
+            if (const QVariant name = query->FieldValue(1); !name.isNull())
+                FNames->emplace_back(query->FieldValue(0), name.toString());
+        query->Close();
+    }
+    QList<qint32> files;
+    for (const auto& [id, name] : *FNames)
+        if (name.startsWith(prefix))
+            files << RecordInt(id, QStringLiteral("QXFILE"), QStringLiteral("QXFileID"), nullptr);
+    return files;
+}
+
+QList<qint32> FilesSharingBaseName(TQXRecordReader& records, qint32 fileID, bool includeOwn,
+                                   TQXUpperFileNames* names) {
     using qx::Table;
     if (!records.Select(Table::QXFILE, where::Keys({{"QXFileID", fileID}})))
         return {};
     const QString fileName = records.Text(Table::QXFILE, qx::QXFILE::QXFileName);
     const qsizetype dot = fileName.indexOf(QLatin1Char('.'));
     const QString base = dot < 0 ? QString() : where::UpperCase(fileName.left(dot + 1));
+    if (names) {
+        QList<qint32> files = names->Beginning(records, base);
+        if (!includeOwn)
+            files.removeAll(fileID);
+        return files;
+    }
     QString condition = where::Upper(QStringLiteral("QXFileName")) + QStringLiteral(" LIKE ") +
                         where::LikePrefix(base);
     if (!includeOwn)

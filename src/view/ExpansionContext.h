@@ -7,6 +7,7 @@
 #include <QtGlobal>
 
 class TQXTreeControl;
+class TQXUpperFileNames;
 class TQXViewOperations;
 
 // Limits of "Expand All within Object/Package": an expansion outside them
@@ -28,4 +29,6 @@ struct TQXExpansionContext {
     TQXViewSettings Settings;
     TQXExpandLimits Limits;
     TQXReadPath Path = TQXReadPath::SetBased;
+    // Kept for one refresh; the set-based path only.
+    TQXUpperFileNames* FileNames = nullptr;
 };

@@ -24,8 +24,9 @@ QString ObjectLevelDeclarations(qint32 fileID, qint32 objectID) {
 }
 } // namespace
 
-TQXObjectContents::TQXObjectContents(TQXRecordReader& records, TQXTreeControl& tree)
-    : FRecords(records), FTree(tree) {}
+TQXObjectContents::TQXObjectContents(TQXRecordReader& records, TQXTreeControl& tree,
+                                     TQXUpperFileNames* fileNames)
+    : FRecords(records), FTree(tree), FFileNames(fileNames) {}
 
 void TQXObjectContents::Show(TQXTreeNode* node, const TQXItem& item) {
     FNode = node;
@@ -97,7 +98,7 @@ void TQXObjectContents::AddSubObjects(const PassObject& pass) {
     if (IsSetName(pass.SubObjectParentName)) {
         objectWhere = where::Keys({{"QXFileID", pass.FileID}}) + parent;
     } else {
-        const QList<qint32> files = FilesSharingBaseName(FRecords, pass.FileID, true);
+        const QList<qint32> files = FilesSharingBaseName(FRecords, pass.FileID, true, FFileNames);
         if (!files.isEmpty())
             objectWhere = where::In("QXFileID", files, QStringLiteral(", ")) + parent;
     }

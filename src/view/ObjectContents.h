@@ -9,6 +9,7 @@ class TQXItem;
 class TQXRecordReader;
 class TQXTreeControl;
 class TQXTreeNode;
+class TQXUpperFileNames;
 
 // What an Object node shows when opened TopDown in the Distribution view:
 // its sub-objects, the object-level variables of the hidden parts it uses,
@@ -20,7 +21,9 @@ class TQXTreeNode;
 // inheritance chain that comes back to an object already listed stops there.
 class TQXObjectContents {
 public:
-    TQXObjectContents(TQXRecordReader& records, TQXTreeControl& tree);
+    // With `fileNames`, base names are matched against them (set-based path).
+    TQXObjectContents(TQXRecordReader& records, TQXTreeControl& tree,
+                      TQXUpperFileNames* fileNames = nullptr);
 
     // Appends the contents of the item's object to the node, in list order.
     void Show(TQXTreeNode* node, const TQXItem& item);
@@ -57,6 +60,7 @@ private:
 
     TQXRecordReader& FRecords;
     TQXTreeControl& FTree;
+    TQXUpperFileNames* FFileNames;
     TQXTreeNode* FNode = nullptr;
     int FVariableImage = 0;
     bool FInherited = false;

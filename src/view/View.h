@@ -9,6 +9,7 @@
 #include "tracks/Track.h"
 #include "view/CallLookup.h"
 #include "view/DataFlowLookup.h"
+#include "view/DistributionNodes.h"
 #include "view/ExpansionContext.h"
 #include "view/RootVariable.h"
 #include "view/ViewOperations.h"
@@ -253,6 +254,7 @@ private:
     TDependencies FDependencies;
     // What call lookups read, kept for one refresh.
     TQXCallLookup::Cache FCallCache;
+    TQXUpperFileNames FFileNames;
     TQXReadPath FReadPath = TQXReadPath::SetBased;
     TDataFlows FDataFlows;
     // The language definition last looked up; owned by the host.

@@ -5,7 +5,13 @@
 
 TQXExpansionContext TQXView::ExpansionContext(TQXRecordReader& records,
                                               const TQXViewSettings& settings) {
-    return TQXExpansionContext{records, *tvMain, *this, settings, FExpandLimits, FReadPath};
+    return TQXExpansionContext{records,
+                               *tvMain,
+                               *this,
+                               settings,
+                               FExpandLimits,
+                               FReadPath,
+                               FReadPath == TQXReadPath::SetBased ? &FFileNames : nullptr};
 }
 
 void TQXView::ShowDependencies(TQXTreeNode* node, const TQXViewSettings& settings) {

@@ -160,6 +160,7 @@ void TQXView::RefreshCurrentView() {
     const std::vector<TQXRootVariable> roots = RootVariables();
     tvMain->Clear();
     FCallCache.Clear(); // the repository may have changed since
+    FFileNames.Clear();
     TQXTreeUpdate update(*tvMain);
     tvMain->SetPopupMenu(pmnuView);
 
