@@ -36,6 +36,7 @@ void TQXCallLookup::Cache::Clear() {
     FCallsTo.clear();
     FCallCount = 0;
     FObjectAnswers.clear();
+    FPackageAnswers.clear();
 }
 
 TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
@@ -162,6 +163,11 @@ bool IsObjectItem(const TQXItem& item) {
     return item.FileID > 0 && item.ObjectID > 0 && item.PackageID == 0 && item.EntryID == 0 &&
            item.RowID == 0 && item.WordID == 0;
 }
+// An item that stands for a package.
+bool IsPackageItem(const TQXItem& item) {
+    return item.PackageID > 0 && item.ObjectID == 0 && item.EntryID == 0 && item.RowID == 0 &&
+           item.WordID == 0;
+}
 } // namespace
 
 // An object's calls are kept unless they go into the object itself (TopDown
@@ -178,6 +184,7 @@ void TQXCallLookup::PrepareObjectTests(const std::vector<const TQXItem*>& items,
         if (item != nullptr && IsObjectItem(*item) &&
             !FCache.FObjectAnswers.contains({topDown, sequential, item->FileID, item->ObjectID}))
             objects << std::pair{item->FileID, item->ObjectID};
+    PreparePackageTests(items, direction);
     const char* file = topDown ? "QXFromFileID" : "QXFileID";
     const char* object = topDown ? "QXFromObjectID" : "QXObjectID";
     constexpr qsizetype ObjectsPerStatement = 200;
@@ -204,8 +211,80 @@ void TQXCallLookup::PrepareObjectTests(const std::vector<const TQXItem*>& items,
     }
 }
 
+// A package is looked up member by member: a member that is a whole file
+// (no object, or the package's own file) keeps every call with the other
+// end outside the package's file; an object member keeps the calls whose
+// other end is no member of the package. Whether any call is kept is read
+// in one statement per few hundred packages, for packages in one file whose
+// records are all of one kind (all the package's own file, or none) and
+// complete; the others are left to the lookup.
+void TQXCallLookup::PreparePackageTests(const std::vector<const TQXItem*>& items,
+                                        TQXDirection direction) {
+    const bool topDown = direction == TQXDirection::TopDown;
+    QList<qint32> packages;
+    for (const TQXItem* item : items)
+        if (item != nullptr && IsPackageItem(*item) &&
+            !FCache.FPackageAnswers.contains({topDown, item->PackageID}))
+            packages << item->PackageID;
+    if (packages.isEmpty())
+        return;
+    // The member's side of a call, its other end, and the other end's
+    // object as a member of the same package.
+    const QString memberFile =
+        topDown ? QStringLiteral("d.QXFromFileID") : QStringLiteral("d.QXFileID");
+    const QString memberObject =
+        topDown ? QStringLiteral("d.QXFromObjectID") : QStringLiteral("d.QXObjectID");
+    const QString otherFile =
+        topDown ? QStringLiteral("d.QXFileID") : QStringLiteral("d.QXFromFileID");
+    const QString otherObject =
+        topDown ? QStringLiteral("d.QXObjectID") : QStringLiteral("d.QXFromObjectID");
+    const QString wholeFile = QStringLiteral("EXISTS (SELECT 1 FROM QXDEPENDENCIES d WHERE ") +
+                              memberFile + QStringLiteral(" = p.QXObjectFileID AND ") + otherFile +
+                              QStringLiteral(" <> p.QXFileID)");
+    const QString object = QStringLiteral("EXISTS (SELECT 1 FROM QXDEPENDENCIES d WHERE ") +
+                           memberFile + QStringLiteral(" = p.QXObjectFileID AND ") + memberObject +
+                           QStringLiteral(" = p.QXObjectID AND NOT EXISTS (SELECT 1 FROM QXPACKAGE "
+                                          "q WHERE q.QXPackageID = p.QXPackageID AND "
+                                          "q.QXObjectFileID = ") +
+                           otherFile + QStringLiteral(" AND q.QXObjectID = ") + otherObject +
+                           QStringLiteral("))");
+    const QString plain = QStringLiteral(
+        "MIN(p.QXFileID) = MAX(p.QXFileID) AND COUNT(*) = COUNT(p.QXFileID) AND COUNT(*) = "
+        "COUNT(p.QXObjectFileID) AND COUNT(*) = COUNT(p.QXObjectID) AND MIN(p.QXObjectID) >= 0 "
+        "AND SUM(CASE WHEN p.QXObjectFileID = p.QXFileID THEN 1 ELSE 0 END) IN (0, COUNT(*))");
+    constexpr qsizetype PackagesPerStatement = 200;
+    for (qsizetype i = 0; i < packages.size(); i += PackagesPerStatement) {
+        std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
+            nullptr,
+            {QStringLiteral("SELECT p.QXPackageID, CASE WHEN ") + plain +
+                 QStringLiteral(" THEN 1 ELSE 0 END, MAX(CASE WHEN (p.QXObjectFileID = "
+                                "p.QXFileID OR p.QXObjectID = 0) AND ") +
+                 wholeFile +
+                 QStringLiteral(" THEN 1 WHEN p.QXObjectFileID <> p.QXFileID AND "
+                                "p.QXObjectID > 0 AND ") +
+                 object + QStringLiteral(" THEN 1 ELSE 0 END) FROM QXPACKAGE p WHERE ") +
+                 where::In("p.QXPackageID", packages.mid(i, PackagesPerStatement),
+                           QStringLiteral(", ")),
+             QStringLiteral(" GROUP BY p.QXPackageID")},
+            0);
+        for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get()))
+            if (query->FieldValue(1).toInt() == 1)
+                FCache.FPackageAnswers[{topDown, query->FieldValue(0).toInt()}] =
+                    query->FieldValue(2).toInt() == 1;
+        query->Close();
+    }
+}
+
 bool TQXCallLookup::HasDependencies(const TQXItem& item, TQXDirection direction,
                                     bool objectsSequential, TDependencies& list) {
+    if (FPath == TQXReadPath::SetBased && IsPackageItem(item)) {
+        const auto answer =
+            FCache.FPackageAnswers.find({direction == TQXDirection::TopDown, item.PackageID});
+        if (answer != FCache.FPackageAnswers.end()) {
+            list.clear();
+            return answer->second;
+        }
+    }
     if (FPath == TQXReadPath::SetBased && IsObjectItem(item)) {
         const bool topDown = direction == TQXDirection::TopDown;
         const auto answer = FCache.FObjectAnswers.find(

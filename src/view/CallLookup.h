@@ -63,6 +63,9 @@ public:
         // Whether an object has a call to show, read for many objects at
         // once: by direction, option box, file and object.
         std::map<std::tuple<bool, bool, qint32, qint32>, bool> FObjectAnswers;
+        // The same for packages whose members are all plain objects of other
+        // files: by direction and package id.
+        std::map<std::pair<bool, qint32>, bool> FPackageAnswers;
     };
 
     TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, Cache& cache,
@@ -113,6 +116,7 @@ private:
     bool SourceList(const TQXItem& item, std::vector<Source>& sources);
     bool MayHaveCallLeaving(const TQXItem& item, TQXDirection direction);
     bool HasPlainCallLeaving(const TQXItem& item, TQXDirection direction);
+    void PreparePackageTests(const std::vector<const TQXItem*>& items, TQXDirection direction);
     bool TopDown(const Source& s, const TQXItem& item, bool stopAtFirst, bool objectsSequential,
                  TDependencies& list);
     bool BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst, TDependencies& list);

@@ -2,9 +2,11 @@
 // in the filtered selections, texts and icons, record order of lines, and
 // which root nodes can be expanded.
 #include "ViewRepositoryFixture.h"
+#include "driver/ViewDriver.h"
 #include "repository/Errors.h"
 #include "view/CallLookup.h"
 #include "view/RootItemLister.h"
+#include "view/View.h"
 
 #include <QtTest>
 
@@ -26,7 +28,10 @@ void BuildEstate(TestRepository& repo) {
                 {{1, 1, 4, 6, "ACCT.CBL"},
                  {2, 2, 5, 0, "CLAIM.CBL"},
                  {3, 0, 0, 0, "COMMON.CPY"},
-                 {7, 0, 0, 0, "PKGACCT.PKG"}});
+                 {7, 0, 0, 0, "PKGACCT.PKG"},
+                 {8, 0, 0, 0, "PKGLONE.PKG"},
+                 {9, 0, 0, 0, "PKGFILE.PKG"},
+                 {10, 0, 0, 0, "PKGMIX.PKG"}});
     // The hidden part ACCTREC is never listed; ACCTFILE and EMPTY (icon 50)
     // show their file, ACCTFILE has entries; CLAIMREG keeps icon 22 BottomUp.
     repo.Insert("QXOBJECT",
@@ -51,9 +56,18 @@ void BuildEstate(TestRepository& repo) {
                  {1, 1, 2, 2, 1, "TOTAL", 1011, "PIC 9(5)"},
                  {1, 3, 0, 4, 1, "ACCT-KEY", 1011, "PIC X(8)"},
                  {2, 1, 9, 1, 1, "ORPHAN", 1011, "PIC X"}});
-    // Package 10 (file 7, members ACCTUPD and CLAIMREG), listed once.
+    // Package 10 (file 7, members ACCTUPD and CLAIMREG), listed once;
+    // package 11 (file 8) holds CLAIMREG alone, package 12 (file 9) the
+    // whole file ACCT.CBL. Package 13 is CLAIM.CBL's own; package 14 starts
+    // with its own file, which makes it a package of that file alone.
     repo.Insert("QXPACKAGE", "QXFileID, QXPackageID, QXPackageName, QXObjectFileID, QXObjectID",
-                {{7, 10, "PKGACCT", 1, 1}, {7, 10, "PKGACCT", 2, 1}});
+                {{7, 10, "PKGACCT", 1, 1},
+                 {7, 10, "PKGACCT", 2, 1},
+                 {8, 11, "PKGLONE", 2, 1},
+                 {9, 12, "PKGFILE", 1, 0},
+                 {2, 13, "PKGSELF", 2, 1},
+                 {10, 14, "PKGMIX", 10, 0},
+                 {10, 14, "PKGMIX", 1, 1}});
     // ACCTUPD.MAIN calls CLAIMREG; nothing calls ACCTUPD.
     repo.Insert("QXDEPENDENCIES",
                 "QXFileID, QXObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID",
@@ -127,8 +141,8 @@ private slots:
         QCOMPARE(Expandable(nodes), (QList<int>{1, 1, 1, 0}));
         QCOMPARE(Images(List("Object", 1)).mid(0, 3), (QList<int>{51, 53, 22}));
         nodes = List("Package", 1);
-        QCOMPARE(Texts(nodes), (QStringList{"PKGACCT"}));
-        QCOMPARE(Images(nodes), QList<int>{13});
+        QCOMPARE(Texts(nodes), (QStringList{"PKGACCT", "PKGFILE", "PKGLONE", "PKGMIX", "PKGSELF"}));
+        QCOMPARE(Images(nodes), (QList<int>{13, 13, 13, 13, 13}));
         QCOMPARE(ItemId(nodes[0]), QString("7,0,0,0,10,0,0,0,0"));
         nodes = List("Entry", 1);
         QCOMPARE(Texts(nodes),
@@ -166,6 +180,21 @@ private slots:
         QCOMPARE(Texts(nodes),
                  (QStringList{"CALC [ACCTUPD]", "MAIN [ACCTUPD]", "OPEN [ACCTFILE in ACCT.CBL]"}));
         QCOMPARE(Expandable(nodes), (QList<int>{1, 1, 1}));
+
+        // A package opens when a call crosses its border: of an object
+        // member into no member, of a whole file into another file. Both
+        // read paths.
+        for (TQXReadPath path : {TQXReadPath::SetBased, TQXReadPath::Reference})
+            for (bool topDown : {true, false}) {
+                TQXViewDriver driver(FRepo.Location());
+                driver.View().SetReadPath(path);
+                driver.Apply(SettingsFor(TQXLevel::Package, topDown, TQXViewType::Dependencies));
+                driver.Refresh();
+                QCOMPARE(RootTexts(driver.Tree()),
+                         (QStringList{"PKGACCT", "PKGFILE", "PKGLONE", "PKGMIX", "PKGSELF"}));
+                QCOMPARE(Expandable(RootNodes(driver.Tree())),
+                         (topDown ? QList<int>{0, 1, 0, 0, 0} : QList<int>{0, 0, 1, 0, 1}));
+            }
     }
 
     // A condition of the filter keeps its meaning next to the object's keys.
