@@ -37,6 +37,7 @@ void TQXCallLookup::Cache::Clear() {
     FCallCount = 0;
     FObjectAnswers.clear();
     FPackageAnswers.clear();
+    FEntryAnswers.clear();
 }
 
 TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
@@ -163,6 +164,11 @@ bool IsObjectItem(const TQXItem& item) {
     return item.FileID > 0 && item.ObjectID > 0 && item.PackageID == 0 && item.EntryID == 0 &&
            item.RowID == 0 && item.WordID == 0;
 }
+// An item that stands for an entry.
+bool IsEntryItem(const TQXItem& item) {
+    return item.FileID > 0 && item.ObjectID > 0 && item.EntryID > 0 && item.PackageID == 0 &&
+           item.RowID == 0 && item.WordID == 0;
+}
 // An item that stands for a package.
 bool IsPackageItem(const TQXItem& item) {
     return item.PackageID > 0 && item.ObjectID == 0 && item.EntryID == 0 && item.RowID == 0 &&
@@ -185,6 +191,7 @@ void TQXCallLookup::PrepareObjectTests(const std::vector<const TQXItem*>& items,
             !FCache.FObjectAnswers.contains({topDown, sequential, item->FileID, item->ObjectID}))
             objects << std::pair{item->FileID, item->ObjectID};
     PreparePackageTests(items, direction);
+    PrepareEntryTests(items, direction);
     const char* file = topDown ? "QXFromFileID" : "QXFileID";
     const char* object = topDown ? "QXFromObjectID" : "QXObjectID";
     constexpr qsizetype ObjectsPerStatement = 200;
@@ -275,8 +282,79 @@ void TQXCallLookup::PreparePackageTests(const std::vector<const TQXItem*>& items
     }
 }
 
+// An entry keeps, TopDown, every call into an entry and a call of a whole
+// object that is missing or shown with icon 52; BottomUp every call but
+// its own into itself. Read for a few hundred entries per statement; an
+// entry whose whole-object calls reach an object with records of both
+// kinds of icon is left to the lookup.
+void TQXCallLookup::PrepareEntryTests(const std::vector<const TQXItem*>& items,
+                                      TQXDirection direction) {
+    const bool topDown = direction == TQXDirection::TopDown;
+    QList<std::tuple<qint32, qint32, qint32>> entries;
+    for (const TQXItem* item : items)
+        if (item != nullptr && IsEntryItem(*item) &&
+            !FCache.FEntryAnswers.contains({topDown, item->FileID, item->ObjectID, item->EntryID}))
+            entries << std::tuple{item->FileID, item->ObjectID, item->EntryID};
+    const QString object =
+        QStringLiteral("SELECT 1 FROM QXOBJECT o WHERE o.QXFileID = d.QXFileID AND o.QXObjectID = "
+                       "d.QXObjectID");
+    const QString calls =
+        topDown ? QStringLiteral("SELECT 1 FROM QXDEPENDENCIES d WHERE d.QXFromFileID = k.f AND "
+                                 "d.QXFromObjectID = k.o AND d.QXFromEntryID = k.e")
+                : QStringLiteral("SELECT 1 FROM QXDEPENDENCIES d WHERE d.QXFileID = k.f AND "
+                                 "d.QXObjectID = k.o AND d.QXEntryID = k.e");
+    // Kept for certain, and (TopDown) whether a whole object has records of
+    // both kinds of icon.
+    const QString kept =
+        topDown ? QStringLiteral("EXISTS (") + calls +
+                      QStringLiteral(" AND (d.QXEntryID <> 0 OR (d.QXEntryID = 0 AND NOT EXISTS "
+                                     "(") +
+                      object + QStringLiteral(" AND (o.QXIcon IS NULL OR o.QXIcon <> 52)))))")
+                : QStringLiteral("EXISTS (") + calls +
+                      QStringLiteral(" AND NOT (d.QXFromFileID = k.f AND d.QXFromObjectID = k.o "
+                                     "AND d.QXFromEntryID = k.e))");
+    const QString mixed = topDown
+                              ? QStringLiteral("EXISTS (") + calls +
+                                    QStringLiteral(" AND d.QXEntryID = 0 AND EXISTS (") + object +
+                                    QStringLiteral(" AND o.QXIcon = 52) AND EXISTS (") + object +
+                                    QStringLiteral(" AND (o.QXIcon IS NULL OR o.QXIcon <> "
+                                                   "52)))")
+                              : QStringLiteral("1 = 0");
+    constexpr qsizetype EntriesPerStatement = 200;
+    for (qsizetype i = 0; i < entries.size(); i += EntriesPerStatement) {
+        QStringList keys;
+        for (const auto& [fileID, objectID, entryID] : entries.mid(i, EntriesPerStatement))
+            keys << QLatin1Char('(') + where::Number(fileID) + QStringLiteral(", ") +
+                        where::Number(objectID) + QStringLiteral(", ") + where::Number(entryID) +
+                        QLatin1Char(')');
+        std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
+            nullptr,
+            {QStringLiteral("WITH k (f, o, e) AS (VALUES ") + keys.join(QStringLiteral(", ")) +
+             QStringLiteral(") SELECT k.f, k.o, k.e, CASE WHEN ") + kept +
+             QStringLiteral(" THEN 1 ELSE 0 END, CASE WHEN ") + mixed +
+             QStringLiteral(" THEN 1 ELSE 0 END FROM k")},
+            0);
+        for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get())) {
+            const bool certain = query->FieldValue(3).toInt() == 1;
+            if (certain || query->FieldValue(4).toInt() == 0)
+                FCache.FEntryAnswers[{topDown, query->FieldValue(0).toInt(),
+                                      query->FieldValue(1).toInt(), query->FieldValue(2).toInt()}] =
+                    certain;
+        }
+        query->Close();
+    }
+}
+
 bool TQXCallLookup::HasDependencies(const TQXItem& item, TQXDirection direction,
                                     bool objectsSequential, TDependencies& list) {
+    if (FPath == TQXReadPath::SetBased && IsEntryItem(item)) {
+        const auto answer = FCache.FEntryAnswers.find(
+            {direction == TQXDirection::TopDown, item.FileID, item.ObjectID, item.EntryID});
+        if (answer != FCache.FEntryAnswers.end()) {
+            list.clear();
+            return answer->second;
+        }
+    }
     if (FPath == TQXReadPath::SetBased && IsPackageItem(item)) {
         const auto answer =
             FCache.FPackageAnswers.find({direction == TQXDirection::TopDown, item.PackageID});

@@ -66,6 +66,8 @@ public:
         // The same for packages whose members are all plain objects of other
         // files: by direction and package id.
         std::map<std::pair<bool, qint32>, bool> FPackageAnswers;
+        // The same for entries: by direction, file, object and entry.
+        std::map<std::tuple<bool, qint32, qint32, qint32>, bool> FEntryAnswers;
     };
 
     TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, Cache& cache,
@@ -117,6 +119,7 @@ private:
     bool MayHaveCallLeaving(const TQXItem& item, TQXDirection direction);
     bool HasPlainCallLeaving(const TQXItem& item, TQXDirection direction);
     void PreparePackageTests(const std::vector<const TQXItem*>& items, TQXDirection direction);
+    void PrepareEntryTests(const std::vector<const TQXItem*>& items, TQXDirection direction);
     bool TopDown(const Source& s, const TQXItem& item, bool stopAtFirst, bool objectsSequential,
                  TDependencies& list);
     bool BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst, TDependencies& list);

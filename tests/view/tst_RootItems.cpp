@@ -68,10 +68,13 @@ void BuildEstate(TestRepository& repo) {
                  {2, 13, "PKGSELF", 2, 1},
                  {10, 14, "PKGMIX", 10, 0},
                  {10, 14, "PKGMIX", 1, 1}});
-    // ACCTUPD.MAIN calls CLAIMREG; nothing calls ACCTUPD.
+    // ACCTUPD.MAIN calls CLAIMREG as a whole, ACCTUPD.CALC calls
+    // ACCTFILE.OPEN, which calls an object that is not loaded; nothing calls
+    // ACCTUPD.
     repo.Insert("QXDEPENDENCIES",
-                "QXFileID, QXObjectID, QXFromFileID, QXFromObjectID, QXFromEntryID, QXFromRowID",
-                {{2, 1, 1, 1, 1, 1}});
+                "QXFileID, QXObjectID, QXEntryID, QXFromFileID, QXFromObjectID, QXFromEntryID, "
+                "QXFromRowID",
+                {{2, 1, 0, 1, 1, 1, 1}, {1, 3, 1, 1, 1, 2, 2}, {5, 1, 0, 1, 3, 1, 4}});
 }
 
 } // namespace
@@ -171,16 +174,30 @@ private slots:
     }
 
     void dependenciesRootItemsOpenOnlyWhenThereAreCalls() {
-        // ACCTUPD calls CLAIMREG; nobody calls ACCTUPD.
+        // ACCTUPD calls CLAIMREG and ACCTFILE, ACCTFILE an object not loaded;
+        // nobody calls ACCTUPD.
         QCOMPARE(Texts(List("Object", 0, 0)).at(1), QStringLiteral("ACCTUPD [Program]"));
-        QCOMPARE(Expandable(List("Object", 0, 0)), (QList<int>{0, 1, 0, 0}));
-        QCOMPARE(Expandable(List("Object", 1, 0)), (QList<int>{0, 0, 1, 0}));
+        QCOMPARE(Expandable(List("Object", 0, 0)), (QList<int>{1, 1, 0, 0}));
+        QCOMPARE(Expandable(List("Object", 1, 0)), (QList<int>{1, 0, 1, 0}));
         // Dependencies by Code lists entries, each expandable.
         const QList<TQXTreeNode*> nodes = List("Code", 0, 0);
         QCOMPARE(Texts(nodes),
                  (QStringList{"CALC [ACCTUPD]", "MAIN [ACCTUPD]", "OPEN [ACCTFILE in ACCT.CBL]"}));
         QCOMPARE(Expandable(nodes), (QList<int>{1, 1, 1}));
 
+        // An entry opens for a call into an entry, or of a whole object shown
+        // with icon 52 or not loaded; BottomUp for a call from elsewhere.
+        for (TQXReadPath path : {TQXReadPath::SetBased, TQXReadPath::Reference})
+            for (bool topDown : {true, false}) {
+                TQXViewDriver driver(FRepo.Location());
+                driver.View().SetReadPath(path);
+                driver.Apply(SettingsFor(TQXLevel::Entry, topDown, TQXViewType::Dependencies));
+                driver.Refresh();
+                QCOMPARE(RootTexts(driver.Tree()), (QStringList{"CALC [ACCTUPD]", "MAIN [ACCTUPD]",
+                                                                "OPEN [ACCTFILE in ACCT.CBL]"}));
+                QCOMPARE(Expandable(RootNodes(driver.Tree())),
+                         (topDown ? QList<int>{1, 0, 1} : QList<int>{0, 0, 1}));
+            }
         // A package opens when a call crosses its border: of an object
         // member into no member, of a whole file into another file. Both
         // read paths.
@@ -193,7 +210,7 @@ private slots:
                 QCOMPARE(RootTexts(driver.Tree()),
                          (QStringList{"PKGACCT", "PKGFILE", "PKGLONE", "PKGMIX", "PKGSELF"}));
                 QCOMPARE(Expandable(RootNodes(driver.Tree())),
-                         (topDown ? QList<int>{0, 1, 0, 0, 0} : QList<int>{0, 0, 1, 0, 1}));
+                         (topDown ? QList<int>{1, 1, 0, 0, 0} : QList<int>{0, 1, 1, 0, 1}));
             }
     }
 
