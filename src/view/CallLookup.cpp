@@ -196,20 +196,24 @@ void TQXCallLookup::PrepareObjectTests(const std::vector<const TQXItem*>& items,
     const char* object = topDown ? "QXFromObjectID" : "QXObjectID";
     constexpr qsizetype ObjectsPerStatement = 200;
     for (qsizetype i = 0; i < objects.size(); i += ObjectsPerStatement) {
-        QStringList any;
+        // The objects as a list of keys, each looked up through the index:
+        // an OR of key pairs lets the planner scan the whole table instead.
+        QStringList keys;
         for (const auto& [fileID, objectID] : objects.mid(i, ObjectsPerStatement)) {
-            any << QLatin1Char('(') + where::Keys({{file, fileID}, {object, objectID}}) +
-                       QLatin1Char(')');
+            keys << QLatin1Char('(') + where::Number(fileID) + QStringLiteral(", ") +
+                        where::Number(objectID) + QLatin1Char(')');
             FCache.FObjectAnswers[{topDown, sequential, fileID, objectID}] = false;
         }
         std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
             nullptr,
-            {QStringLiteral("SELECT DISTINCT ") + QLatin1String(file) + QStringLiteral(", ") +
-                 QLatin1String(object) + QStringLiteral(" FROM QXDEPENDENCIES WHERE (") +
-                 any.join(QStringLiteral(" OR ")) + QLatin1Char(')'),
-             sequential ? QString()
-                        : QStringLiteral(" AND NOT (QXFileID = QXFromFileID AND QXObjectID = "
-                                         "QXFromObjectID)")},
+            {QStringLiteral("WITH k (f, o) AS (VALUES ") + keys.join(QStringLiteral(", ")) +
+                 QStringLiteral(") SELECT k.f, k.o FROM k WHERE EXISTS (SELECT 1 FROM "
+                                "QXDEPENDENCIES d WHERE d.") +
+                 QLatin1String(file) + QStringLiteral(" = k.f AND d.") + QLatin1String(object) +
+                 QStringLiteral(" = k.o"),
+             sequential ? QStringLiteral(")")
+                        : QStringLiteral(" AND NOT (d.QXFileID = d.QXFromFileID AND d.QXObjectID = "
+                                         "d.QXFromObjectID))")},
             0);
         for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get()))
             FCache.FObjectAnswers[{topDown, sequential, query->FieldValue(0).toInt(),
