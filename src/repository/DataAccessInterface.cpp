@@ -153,3 +153,10 @@ qint32 RecordInt(const QVariant& value, const QString& table, const QString& col
     throw EQXError(field + QStringLiteral(" is ") + value.toString().trimmed() +
                    QStringLiteral(" in ") + where + QStringLiteral(", outside ") + RangeText);
 }
+
+QList<QVariantList> TQXDataAccessInterface::PeekKeys(TQXTableRef, const QString&, int) {
+    return {};
+}
+
+void TQXDataAccessInterface::PrepareLocate(TQXTableRef, const QString&,
+                                           const QList<QVariantList>&) {}

@@ -69,6 +69,16 @@ public:
     virtual std::unique_ptr<TQXDataSet> OpenQuery(QObject* owner, const QStringList& sql,
                                                   int options) = 0;
 
+    // Read-ahead for the locates a listing is about to make. PeekKeys gives
+    // the values of `keyFields` in the first `count` records of the table's
+    // current selection, in record order, or nothing where that is not
+    // cheap to read; PrepareLocate reads at once the records LocateRecord
+    // would find for these key values. Neither changes a selection or a
+    // current record, and a data-access object may ignore both.
+    virtual QList<QVariantList> PeekKeys(TQXTableRef table, const QString& keyFields, int count);
+    virtual void PrepareLocate(TQXTableRef table, const QString& keyFields,
+                               const QList<QVariantList>& keyValues);
+
     // Writes kept together: everything written between BeginTransaction and
     // CommitTransaction stays, or after RollbackTransaction none of it does.
     // Not nested. A data-access object that cannot keep writes together

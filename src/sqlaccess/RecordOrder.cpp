@@ -68,6 +68,7 @@ public:
     qint64 KeyOf(const QVariant& value) const override;
     QVariant KeyValue(qint64 key) const override { return TidText(key); }
     QString KeyExpression() const override { return QStringLiteral("ctid"); }
+    bool CheapFromStart() const override { return false; }
     QString KeyLiteral(qint64 key) const override {
         return QLatin1Char('\'') + TidText(key) + QStringLiteral("'::tid");
     }

@@ -63,6 +63,9 @@ public:
 
     // The key in SQL: its expression, a literal, and conditions on it.
     virtual QString KeyExpression() const = 0;
+    // Whether the first records of a selection are cheap to read in this
+    // order (not so for PostgreSQL's row identity, which sorts them all).
+    virtual bool CheapFromStart() const { return true; }
     virtual QString KeyLiteral(qint64 key) const { return QString::number(key); }
     QString Is(qint64 key) const;
     QString After(qint64 key) const;

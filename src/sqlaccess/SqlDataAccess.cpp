@@ -214,6 +214,16 @@ bool SqlDataAccess::LocateNextRecord(TQXTableRef table, const QString& keyFields
     return TableOf(table).Locate(keyFields, keyValues, true);
 }
 
+QList<QVariantList> SqlDataAccess::PeekKeys(TQXTableRef table, const QString& keyFields,
+                                            int count) {
+    return TableOf(table).PeekKeys(keyFields, count);
+}
+
+void SqlDataAccess::PrepareLocate(TQXTableRef table, const QString& keyFields,
+                                  const QList<QVariantList>& keyValues) {
+    TableOf(table).PrepareLocate(keyFields, keyValues);
+}
+
 void SqlDataAccess::EndRefresh(bool, bool) {
     for (const auto& table : std::as_const(FTables))
         table->ReleaseCaches();

@@ -48,6 +48,9 @@ public:
     bool LocateNextRecord(TQXTableRef table, const QString& keyFields,
                           const QVariantList& keyValues, int options) override;
     void EndRefresh(bool flag1, bool flag2) override;
+    QList<QVariantList> PeekKeys(TQXTableRef table, const QString& keyFields, int count) override;
+    void PrepareLocate(TQXTableRef table, const QString& keyFields,
+                       const QList<QVariantList>& keyValues) override;
     std::unique_ptr<TQXDataSet> OpenQuery(QObject* owner, const QStringList& sql,
                                           int options) override;
     // SQLite takes the write lock when the transaction begins, so a file

@@ -4,6 +4,7 @@
 #include "sqlaccess/SqlStatement.h"
 #include "sqlaccess/SqliteIntegerRows.h"
 
+#include <QSet>
 #include <QSqlQuery>
 
 #include <algorithm>
@@ -232,6 +233,15 @@ bool SqlTable::Locate(const QString& keyFields, const QVariantList& keyValues, b
         Select(QString());
 
     LocateState& state = CurrentLocateState();
+    if (!next && !state.prepared.isEmpty()) {
+        const auto prepared = state.prepared.constFind(KeyText(keyValues));
+        if (prepared != state.prepared.cend()) {
+            if (!*prepared)
+                return false;
+            PositionOnKey(FOrder->RowKey(**prepared), **prepared);
+            return true;
+        }
+    }
     if (!next)
         ++state.lookups;
     if (!state.index && !state.tooLarge && state.lookups > DirectLookups &&
@@ -317,6 +327,95 @@ bool SqlTable::LocateThroughIndex(const LocateState& state, const QVariantList& 
     const auto kept = state.records.find(*found);
     PositionOnKey(*found, kept != state.records.end() ? std::optional(kept->second) : std::nullopt);
     return true;
+}
+
+QString SqlTable::KeyText(const QVariantList& values) {
+    QString text;
+    for (const QVariant& value : values)
+        text += SqlLiteral(value) + QLatin1Char('\x1f');
+    return text;
+}
+
+QList<QVariantList> SqlTable::PeekKeys(const QString& keyFields, int count) {
+    const QStringList& keys = KeysOf(keyFields);
+    if (keys.isEmpty() || count <= 0 || !FSelected || !FOrder->CheapFromStart())
+        return {};
+    SqlStatement statement(FDb, FRoundTrips);
+    const auto rows = statement.ReadAll(
+        QStringLiteral("SELECT ") + keys.join(QStringLiteral(", ")) + QStringLiteral(" FROM ") +
+        FName + QStringLiteral(" WHERE ") + SelectionCondition() + QStringLiteral(" ORDER BY ") +
+        FOrder->KeyExpression() + QStringLiteral(" LIMIT ") + QString::number(count));
+    QList<QVariantList> values;
+    for (const auto& row : rows)
+        values << QVariantList(row.begin(), row.end());
+    return values;
+}
+
+void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>& keyValues) {
+    const QStringList& keys = KeysOf(keyFields);
+    if (keys.isEmpty())
+        return;
+    if (!FSelected)
+        Select(QString());
+    QList<int> positions;
+    for (const QString& key : keys)
+        positions << PositionOf(key);
+    if (positions.contains(-1))
+        return;
+    LocateState& state = CurrentLocateState();
+    constexpr qsizetype ValuesPerStatement = 300;
+    QStringList wanted;
+    QStringList conditions;
+    auto read = [&] {
+        if (conditions.isEmpty())
+            return;
+        SqlStatement statement(FDb, FRoundTrips);
+        const auto rows = statement.ReadAll(
+            QStringLiteral("SELECT ") + FOrder->SelectList() + QStringLiteral(" FROM ") + FName +
+            QStringLiteral(" WHERE ") + SelectionCondition() + QStringLiteral(" AND (") +
+            conditions.join(QStringLiteral(" OR ")) + QStringLiteral(") ORDER BY ") +
+            FOrder->KeyExpression());
+        // The first record of each value in record order, as a locate finds
+        // it. A record whose values read back otherwise than they were
+        // asked for leaves the values it found nothing for unprepared.
+        bool allMatched = true;
+        QSet<QString> found;
+        for (const auto& row : rows) {
+            QVariantList values;
+            for (int position : positions)
+                values << row[position];
+            const QString text = KeyText(values);
+            if (!wanted.contains(text)) {
+                allMatched = false;
+                continue;
+            }
+            if (!found.contains(text)) {
+                found.insert(text);
+                state.prepared.insert(text, row);
+            }
+        }
+        if (allMatched)
+            for (const QString& text : wanted)
+                if (!found.contains(text))
+                    state.prepared.insert(text, std::nullopt);
+        wanted.clear();
+        conditions.clear();
+    };
+    for (const QVariantList& values : keyValues) {
+        if (values.size() != keys.size())
+            continue;
+        const QString text = KeyText(values);
+        if (state.prepared.contains(text) || wanted.contains(text))
+            continue;
+        QStringList terms;
+        for (int i = 0; i < keys.size(); ++i)
+            terms << keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
+        conditions << QLatin1Char('(') + terms.join(QStringLiteral(" AND ")) + QLatin1Char(')');
+        wanted << text;
+        if (conditions.size() >= ValuesPerStatement)
+            read();
+    }
+    read();
 }
 
 bool SqlTable::LocateThroughDatabase(const QStringList& keys, const QVariantList& values,

@@ -52,6 +52,12 @@ public:
     TQXFieldRef Field(const QString& columnName);
     bool Select(const QString& where);
     bool Locate(const QString& keyFields, const QVariantList& keyValues, bool next);
+    // The key columns of the selection's first records, in record order;
+    // nothing for an order that is not cheap to read from the start.
+    QList<QVariantList> PeekKeys(const QString& keyFields, int count);
+    // Reads the record Locate would find for each of these key values, a
+    // few hundred per statement; Locate then answers them without one.
+    void PrepareLocate(const QString& keyFields, const QList<QVariantList>& keyValues);
     void SetValue(const TQXField& field, const QVariant& value);
     void Delete(const QString& where);
     // Frees what can be rebuilt (locate indexes, remembered selections);
@@ -65,6 +71,9 @@ private:
         std::unique_ptr<LocateIndex> index; // built when lookups are dense enough
         std::unordered_map<qint64, QVector<QVariant>> records; // of a small indexed selection
         bool tooLarge = false;                                 // selection too large to index ever
+        // Read ahead by PrepareLocate: the first record of each key value
+        // (by its literal text), none for a value no record has.
+        QHash<QString, std::optional<QVector<QVariant>>> prepared;
     };
 
     bool FetchBatch();
@@ -73,6 +82,8 @@ private:
     const QVector<QVariant>& CurrentRow() const;
     LocateState& CurrentLocateState();
     const QStringList& KeysOf(const QString& keyFields);
+    // The key values as one text, the same for equal values of any type.
+    static QString KeyText(const QVariantList& values);
     bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
                                std::optional<qint64> after);
     void TryIndex(LocateState& state, const QStringList& keys);

@@ -24,8 +24,38 @@ namespace A = qx::QXATTRIBUTE;
 } // namespace
 
 TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree,
-                                     TQXViewOperations& view)
-    : FRecords(records), FTree(tree), FView(view) {}
+                                     TQXViewOperations& view, TQXReadPath path)
+    : FRecords(records), FTree(tree), FView(view), FPath(path) {}
+
+void TQXRootItemLister::ReadAhead(qx::Table source, bool entries) {
+    if (FPath != TQXReadPath::SetBased)
+        return;
+    TQXDataAccessInterface& access = FRecords.Access();
+    TQXTableHandleSet& tables = FRecords.Tables();
+    // Twice the limit: records of objects that are not listed are passed over.
+    const QList<QVariantList> keys =
+        access.PeekKeys(tables.Table(source),
+                        entries ? QStringLiteral("QXFileID;QXObjectID;QXEntryID")
+                                : QStringLiteral("QXFileID;QXObjectID"),
+                        2 * FLimit + 16);
+    if (keys.isEmpty())
+        return;
+    QList<QVariantList> files;
+    QList<QVariantList> objects;
+    QList<QVariantList> entryKeys;
+    for (const QVariantList& key : keys) {
+        files << QVariantList{key[0]};
+        objects << QVariantList{key[0], key[1]};
+        if (entries && key[2].toInt() > 0)
+            entryKeys << key;
+    }
+    access.PrepareLocate(tables.Table(Table::QXFILE), QStringLiteral("QXFileID"), files);
+    access.PrepareLocate(tables.Table(Table::QXOBJECT), QStringLiteral("QXFileID;QXObjectID"),
+                         objects);
+    if (!entryKeys.isEmpty())
+        access.PrepareLocate(tables.Table(Table::QXENTRY),
+                             QStringLiteral("QXFileID;QXObjectID;QXEntryID"), entryKeys);
+}
 
 void TQXRootItemLister::Show(const TQXViewSettings& settings) {
     FRootFilter = FView.FilterRootItems();
@@ -291,6 +321,7 @@ void TQXRootItemLister::ListEntries() {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXENTRY, E::QXFileID, first))
         return;
+    ReadAhead(Table::QXENTRY, false);
     do {
         const qint32 fileID = FRecords.Int(Table::QXENTRY, E::QXFileID);
         const qint32 objectID = FRecords.Int(Table::QXENTRY, E::QXObjectID);
@@ -344,6 +375,7 @@ void TQXRootItemLister::ListRows() {
     else if (!FRootFilter.EntryCondition.isEmpty())
         WalkEntryObjects(rowsOfObject);
     else if (FRecords.Select(Table::QXROW, FRootFilter.RowCondition)) {
+        ReadAhead(Table::QXROW, true);
         do {
             const bool located = LocateObject(FRecords.Int(Table::QXROW, R::QXFileID),
                                               FRecords.Int(Table::QXROW, R::QXObjectID));
@@ -400,6 +432,7 @@ void TQXRootItemLister::ListWords() {
     else if (FRecords.Select(Table::QXWORD, QStringLiteral("QXWordType = ") +
                                                 where::Number(qx::code::WordVariableDeclaration) +
                                                 where::AndSub(FRootFilter.WordCondition))) {
+        ReadAhead(Table::QXWORD, true);
         do
             if (addWord() == Walk::Done)
                 return;

@@ -4,6 +4,7 @@
 #include "repository/RecordReader.h"
 #include "repository/TreeItems.h"
 #include "repository/ViewSettings.h"
+#include "view/ReadPath.h"
 
 #include <QString>
 
@@ -22,12 +23,18 @@ class TQXRootItemLister {
 public:
     // The view is asked for the root-item filter first, for its hint after
     // every root node, and (Dependencies) whether an item calls anything.
-    TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree, TQXViewOperations& view);
+    // The set-based path reads ahead the files, objects and entries the
+    // first records of a listing name; the reference path looks each up.
+    TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree, TQXViewOperations& view,
+                      TQXReadPath path = TQXReadPath::SetBased);
 
     // A limit text that is not a number raises EQXError.
     void Show(const TQXViewSettings& settings);
 
 private:
+    // Reads ahead what the first records of the source's selection name:
+    // their files and objects, and with `entries` their entries.
+    void ReadAhead(qx::Table source, bool entries);
     enum class Added { Yes, OverLimit, Stop };
     enum class Walk { Next, Done };
 
@@ -58,6 +65,7 @@ private:
     TQXRecordReader& FRecords;
     TQXTreeControl& FTree;
     TQXViewOperations& FView;
+    TQXReadPath FPath;
 
     TQXRootFilter FRootFilter;
     TQXViewSettings FSettings;

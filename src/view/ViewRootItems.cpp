@@ -6,5 +6,5 @@
 
 void TQXView::ShowRootItems(const TQXViewSettings& settings) {
     TQXRecordReader records(*FDataAccess, FTables);
-    TQXRootItemLister(records, *tvMain, *this).Show(settings);
+    TQXRootItemLister(records, *tvMain, *this, FReadPath).Show(settings);
 }

@@ -153,6 +153,36 @@ private slots:
         }
     }
 
+    // Read ahead, a locate finds what it would find without: the first record
+    // of the key in record order within the current selection, nothing for a
+    // key outside it; a new selection forgets what was read.
+    void readAheadFindsWhatLocateFinds() {
+        InsertFiles(20);
+        auto* file = Table("QXFILE");
+        QVERIFY(Access().SelectRecords(file, QStringLiteral("QXSystemID = 2")));
+        QCOMPARE(Access().PeekKeys(file, QStringLiteral("QXFileID;QXSystemID"), 3),
+                 (QList<QVariantList>{{20, 2}, {18, 2}, {16, 2}}));
+        const QString key = QStringLiteral("QXFileID");
+        Access().PrepareLocate(file, key, {{6}, {7}, {12}, {99}});
+        const qint64 before = Access().RoundTrips();
+        QVERIFY(Access().LocateRecord(file, key, {6}, 1));
+        QCOMPARE(Text("QXFILE", "QXFileName"), QStringLiteral("F6.CBL"));
+        QVERIFY(!Access().LocateRecord(file, key, {7}, 1)); // system 1: not selected
+        QVERIFY(!Access().LocateRecord(file, key, {99}, 1));
+        QVERIFY(Access().LocateRecord(file, key, {12}, 1));
+        QCOMPARE(Access().RoundTrips(), before);
+        // Of several records with the key, the first; the next still follows.
+        QVERIFY(Access().SelectRecords(file, QString()));
+        Access().PrepareLocate(file, QStringLiteral("QXSystemID"), {{2}});
+        QVERIFY(Access().LocateRecord(file, QStringLiteral("QXSystemID"), {2}, 1));
+        QCOMPARE(Int("QXFILE", "QXFileID"), 20);
+        QVERIFY(Access().LocateNextRecord(file, QStringLiteral("QXSystemID"), {2}, 1));
+        QCOMPARE(Int("QXFILE", "QXFileID"), 18);
+        QVERIFY(Access().SelectRecords(file, QStringLiteral("QXSystemID = 1")));
+        QVERIFY(!Access().LocateRecord(file, key, {6}, 1));
+        QVERIFY(Access().LocateRecord(file, key, {7}, 1));
+    }
+
     void locateInALargeSelectionReadsItsKeysOnce() {
         // More records than an index keeps whole: only their keys are read.
         QList<QVariantList> rows;
