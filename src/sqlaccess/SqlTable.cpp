@@ -369,12 +369,22 @@ void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>
     auto read = [&] {
         if (conditions.isEmpty())
             return;
+        // Only the first record of each key, where the order's key has a
+        // minimum; otherwise every record of the keys.
+        const QString matching = QStringLiteral(" WHERE ") + SelectionCondition() +
+                                 QStringLiteral(" AND (") +
+                                 conditions.join(QStringLiteral(" OR ")) + QLatin1Char(')');
+        const QString where = FOrder->CheapFromStart()
+                                  ? QStringLiteral(" WHERE ") + FOrder->KeyExpression() +
+                                        QStringLiteral(" IN (SELECT MIN(") +
+                                        FOrder->KeyExpression() + QStringLiteral(") FROM ") +
+                                        FName + matching + QStringLiteral(" GROUP BY ") +
+                                        keys.join(QStringLiteral(", ")) + QLatin1Char(')')
+                                  : matching;
         SqlStatement statement(FDb, FRoundTrips);
-        const auto rows = statement.ReadAll(
-            QStringLiteral("SELECT ") + FOrder->SelectList() + QStringLiteral(" FROM ") + FName +
-            QStringLiteral(" WHERE ") + SelectionCondition() + QStringLiteral(" AND (") +
-            conditions.join(QStringLiteral(" OR ")) + QStringLiteral(") ORDER BY ") +
-            FOrder->KeyExpression());
+        const auto rows = statement.ReadAll(QStringLiteral("SELECT ") + FOrder->SelectList() +
+                                            QStringLiteral(" FROM ") + FName + where +
+                                            QStringLiteral(" ORDER BY ") + FOrder->KeyExpression());
         // The first record of each value in record order, as a locate finds
         // it. A record whose values read back otherwise than they were
         // asked for leaves the values it found nothing for unprepared.

@@ -27,34 +27,30 @@ TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& t
                                      TQXViewOperations& view, TQXReadPath path)
     : FRecords(records), FTree(tree), FView(view), FPath(path) {}
 
-void TQXRootItemLister::ReadAhead(qx::Table source, bool entries) {
+void TQXRootItemLister::ReadAhead(qx::Table source, const std::vector<LookUp>& lookUps) {
     if (FPath != TQXReadPath::SetBased)
         return;
+    QStringList columns;
+    for (const LookUp& lookUp : lookUps)
+        for (const char* column : lookUp.SourceColumns)
+            if (!columns.contains(QLatin1String(column)))
+                columns << QLatin1String(column);
     TQXDataAccessInterface& access = FRecords.Access();
     TQXTableHandleSet& tables = FRecords.Tables();
-    // Twice the limit: records of objects that are not listed are passed over.
-    const QList<QVariantList> keys =
-        access.PeekKeys(tables.Table(source),
-                        entries ? QStringLiteral("QXFileID;QXObjectID;QXEntryID")
-                                : QStringLiteral("QXFileID;QXObjectID"),
-                        2 * FLimit + 16);
-    if (keys.isEmpty())
+    const QList<QVariantList> records =
+        access.PeekKeys(tables.Table(source), columns.join(QLatin1Char(';')), 2 * FLimit + 16);
+    if (records.isEmpty())
         return;
-    QList<QVariantList> files;
-    QList<QVariantList> objects;
-    QList<QVariantList> entryKeys;
-    for (const QVariantList& key : keys) {
-        files << QVariantList{key[0]};
-        objects << QVariantList{key[0], key[1]};
-        if (entries && key[2].toInt() > 0)
-            entryKeys << key;
+    for (const LookUp& lookUp : lookUps) {
+        QList<QVariantList> keys;
+        for (const QVariantList& record : records) {
+            QVariantList key;
+            for (const char* column : lookUp.SourceColumns)
+                key << record.value(columns.indexOf(QLatin1String(column)));
+            keys << key;
+        }
+        access.PrepareLocate(tables.Table(lookUp.Target), QLatin1String(lookUp.TargetKeys), keys);
     }
-    access.PrepareLocate(tables.Table(Table::QXFILE), QStringLiteral("QXFileID"), files);
-    access.PrepareLocate(tables.Table(Table::QXOBJECT), QStringLiteral("QXFileID;QXObjectID"),
-                         objects);
-    if (!entryKeys.isEmpty())
-        access.PrepareLocate(tables.Table(Table::QXENTRY),
-                             QStringLiteral("QXFileID;QXObjectID;QXEntryID"), entryKeys);
 }
 
 void TQXRootItemLister::Show(const TQXViewSettings& settings) {
@@ -164,6 +160,11 @@ void TQXRootItemLister::ListAttributes() {
                     where::Number(qx::code::IconComputerAmongApplications);
     if (!FRecords.Select(Table::QXATTRIBUTE, condition))
         return;
+    // Applications are many (systems and computers few): their files are
+    // read ahead.
+    if (level == TQXLevel::Application)
+        ReadAhead(Table::QXATTRIBUTE, {{Table::QXFILE, "QXApplicationID", {"QXAttributeID"}},
+                                       {Table::QXFILE, "QXComputerID", {"QXAttributeID"}}});
     do {
         const qint32 id = FRecords.Int(Table::QXATTRIBUTE, A::QXAttributeID);
         std::unique_ptr<TQXItem> item;
@@ -220,6 +221,9 @@ bool TQXRootItemLister::WalkPackageMembers(const std::function<Walk()>& visit) {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXPACKAGE, P::QXPackageID, first) || first <= 0)
         return true;
+    ReadAhead(Table::QXPACKAGE,
+              {{Table::QXFILE, "QXFileID", {"QXObjectFileID"}},
+               {Table::QXOBJECT, "QXFileID;QXObjectID", {"QXObjectFileID", "QXObjectID"}}});
     do {
         const qint32 fileID = FRecords.Int(Table::QXPACKAGE, P::QXObjectFileID);
         const qint32 objectID = FRecords.Int(Table::QXPACKAGE, P::QXObjectID);
@@ -236,6 +240,7 @@ bool TQXRootItemLister::WalkObjects(const std::function<Walk()>& visit) {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXOBJECT, O::QXObjectID, first) || first <= 0)
         return true;
+    ReadAhead(Table::QXOBJECT, {{Table::QXFILE, "QXFileID", {"QXFileID"}}});
     do {
         if (!LocateFile(FRecords.Int(Table::QXOBJECT, O::QXFileID)))
             continue;
@@ -321,7 +326,9 @@ void TQXRootItemLister::ListEntries() {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXENTRY, E::QXFileID, first))
         return;
-    ReadAhead(Table::QXENTRY, false);
+    ReadAhead(Table::QXENTRY,
+              {{Table::QXFILE, "QXFileID", {"QXFileID"}},
+               {Table::QXOBJECT, "QXFileID;QXObjectID", {"QXFileID", "QXObjectID"}}});
     do {
         const qint32 fileID = FRecords.Int(Table::QXENTRY, E::QXFileID);
         const qint32 objectID = FRecords.Int(Table::QXENTRY, E::QXObjectID);
@@ -375,7 +382,11 @@ void TQXRootItemLister::ListRows() {
     else if (!FRootFilter.EntryCondition.isEmpty())
         WalkEntryObjects(rowsOfObject);
     else if (FRecords.Select(Table::QXROW, FRootFilter.RowCondition)) {
-        ReadAhead(Table::QXROW, true);
+        ReadAhead(Table::QXROW,
+                  {{Table::QXOBJECT, "QXFileID;QXObjectID", {"QXFileID", "QXObjectID"}},
+                   {Table::QXENTRY,
+                    "QXFileID;QXObjectID;QXEntryID",
+                    {"QXFileID", "QXObjectID", "QXEntryID"}}});
         do {
             const bool located = LocateObject(FRecords.Int(Table::QXROW, R::QXFileID),
                                               FRecords.Int(Table::QXROW, R::QXObjectID));
@@ -432,7 +443,12 @@ void TQXRootItemLister::ListWords() {
     else if (FRecords.Select(Table::QXWORD, QStringLiteral("QXWordType = ") +
                                                 where::Number(qx::code::WordVariableDeclaration) +
                                                 where::AndSub(FRootFilter.WordCondition))) {
-        ReadAhead(Table::QXWORD, true);
+        ReadAhead(Table::QXWORD,
+                  {{Table::QXFILE, "QXFileID", {"QXFileID"}},
+                   {Table::QXOBJECT, "QXFileID;QXObjectID", {"QXFileID", "QXObjectID"}},
+                   {Table::QXENTRY,
+                    "QXFileID;QXObjectID;QXEntryID",
+                    {"QXFileID", "QXObjectID", "QXEntryID"}}});
         do
             if (addWord() == Walk::Done)
                 return;

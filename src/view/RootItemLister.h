@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class TQXTreeControl;
 class TQXTreeNode;
@@ -32,9 +33,18 @@ public:
     void Show(const TQXViewSettings& settings);
 
 private:
-    // Reads ahead what the first records of the source's selection name:
-    // their files and objects, and with `entries` their entries.
-    void ReadAhead(qx::Table source, bool entries);
+    // A look-up a listing makes for each record of its source: in the
+    // target's selection, by its key columns, with the values of the
+    // source's columns.
+    struct LookUp {
+        qx::Table Target;
+        const char* TargetKeys;
+        std::vector<const char*> SourceColumns;
+    };
+    // Reads ahead the look-ups of the first records of the source's
+    // selection (twice the limit: records that are passed over need theirs
+    // too), so that each costs no statement; the set-based path only.
+    void ReadAhead(qx::Table source, const std::vector<LookUp>& lookUps);
     enum class Added { Yes, OverLimit, Stop };
     enum class Walk { Next, Done };
 
