@@ -38,6 +38,7 @@ void TQXCallLookup::Cache::Clear() {
     FObjectAnswers.clear();
     FPackageAnswers.clear();
     FEntryAnswers.clear();
+    FGroupingAnswers.clear();
 }
 
 TQXCallLookup::TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables,
@@ -147,15 +148,21 @@ QString TQXCallLookup::GroupingFiles(const TQXItem& item, const QString& alias) 
 }
 
 QString TQXCallLookup::LeavesGrouping(const TQXItem& item, const QString& alias) {
+    return LeavesGroupingOf(alias, where::Number(item.SystemID), where::Number(item.ComputerID),
+                            where::Number(item.ApplicationID));
+}
+
+// The same with the grouping's ids given as SQL expressions.
+QString TQXCallLookup::LeavesGroupingOf(const QString& alias, const QString& systemID,
+                                        const QString& computerID, const QString& applicationID) {
     const QString system = alias + QStringLiteral(".QXSystemID");
     const QString computer = alias + QStringLiteral(".QXComputerID");
     const QString application = alias + QStringLiteral(".QXApplicationID");
     return QLatin1Char('(') + system + QStringLiteral(" IS NULL OR ") + computer +
            QStringLiteral(" IS NULL OR ") + application + QStringLiteral(" IS NULL OR NOT (") +
-           system + QStringLiteral(" = ") + where::Number(item.SystemID) + QStringLiteral(" OR ") +
-           computer + QStringLiteral(" = ") + where::Number(item.ComputerID) +
-           QStringLiteral(" OR ") + application + QStringLiteral(" = ") +
-           where::Number(item.ApplicationID) + QStringLiteral("))");
+           system + QStringLiteral(" = ") + systemID + QStringLiteral(" OR ") + computer +
+           QStringLiteral(" = ") + computerID + QStringLiteral(" OR ") + application +
+           QStringLiteral(" = ") + applicationID + QStringLiteral("))");
 }
 
 namespace {
@@ -192,6 +199,7 @@ void TQXCallLookup::PrepareObjectTests(const std::vector<const TQXItem*>& items,
             objects << std::pair{item->FileID, item->ObjectID};
     PreparePackageTests(items, direction);
     PrepareEntryTests(items, direction);
+    PrepareGroupingTests(items, direction);
     const char* file = topDown ? "QXFromFileID" : "QXFileID";
     const char* object = topDown ? "QXFromObjectID" : "QXObjectID";
     constexpr qsizetype ObjectsPerStatement = 200;
@@ -379,7 +387,11 @@ bool TQXCallLookup::HasDependencies(const TQXItem& item, TQXDirection direction,
     if (FPath == TQXReadPath::SetBased && item.FileID == 0 && item.PackageID == 0) {
         try {
             list.clear();
-            if (HasPlainCallLeaving(item, direction))
+            const auto read =
+                FCache.FGroupingAnswers.find({direction == TQXDirection::TopDown, item.SystemID,
+                                              item.ComputerID, item.ApplicationID});
+            if (read != FCache.FGroupingAnswers.end() ? read->second
+                                                      : HasPlainCallLeaving(item, direction))
                 return true;
         } catch (const std::exception& e) {
             throw EQXError(QStringLiteral("TQXView.GetDependencies: ") + ExceptionMessage(e) +
@@ -393,29 +405,82 @@ bool TQXCallLookup::HasDependencies(const TQXItem& item, TQXDirection direction,
 // its other end is missing, or it has one record, with whole ids, that
 // shares none of the item's system, computer and application. False says
 // only that no such call was found.
+// The calls of the grouping's files (alias s) that are kept for certain:
+// the file at the other end is missing, or it has one record, with whole
+// ids, outside the grouping given by the three expressions.
+QString TQXCallLookup::PlainCallsLeaving(bool topDown, const QString& grouping,
+                                         const QString& systemID, const QString& computerID,
+                                         const QString& applicationID) {
+    const QString other = topDown ? QStringLiteral("d.QXFileID") : QStringLiteral("d.QXFromFileID");
+    return QStringLiteral("SELECT 1 FROM QXFILE s JOIN QXDEPENDENCIES d ON ") +
+           (topDown ? QStringLiteral("d.QXFromFileID") : QStringLiteral("d.QXFileID")) +
+           QStringLiteral(" = s.QXFileID WHERE ") + grouping +
+           QStringLiteral(" AND (NOT EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = ") + other +
+           QStringLiteral(") OR ((SELECT COUNT(*) FROM QXFILE u WHERE u.QXFileID = ") + other +
+           QStringLiteral(") = 1 AND EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = ") + other +
+           QStringLiteral(" AND t.QXSystemID IS NOT NULL AND t.QXComputerID IS NOT "
+                          "NULL AND t.QXApplicationID IS NOT NULL AND ") +
+           LeavesGroupingOf(QStringLiteral("t"), systemID, computerID, applicationID) +
+           QStringLiteral(")))");
+}
+
 bool TQXCallLookup::HasPlainCallLeaving(const TQXItem& item, TQXDirection direction) {
     const QString grouping = GroupingFiles(item, QStringLiteral("s"));
     if (grouping.isEmpty())
         return false;
-    const bool topDown = direction == TQXDirection::TopDown;
-    const QString other = topDown ? QStringLiteral("d.QXFileID") : QStringLiteral("d.QXFromFileID");
     std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
         nullptr,
-        {QStringLiteral("SELECT 1 FROM QXFILE s JOIN QXDEPENDENCIES d ON ") +
-             (topDown ? QStringLiteral("d.QXFromFileID") : QStringLiteral("d.QXFileID")) +
-             QStringLiteral(" = s.QXFileID WHERE ") + grouping,
-         QStringLiteral(" AND (NOT EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = ") + other +
-             QStringLiteral(") OR ((SELECT COUNT(*) FROM QXFILE u WHERE u.QXFileID = ") + other +
-             QStringLiteral(") = 1 AND EXISTS (SELECT 1 FROM QXFILE t WHERE t.QXFileID = ") +
-             other +
-             QStringLiteral(" AND t.QXSystemID IS NOT NULL AND t.QXComputerID IS NOT "
-                            "NULL AND t.QXApplicationID IS NOT NULL AND ") +
-             LeavesGrouping(item, QStringLiteral("t")) + QStringLiteral(")))"),
+        {PlainCallsLeaving(direction == TQXDirection::TopDown, grouping,
+                           where::Number(item.SystemID), where::Number(item.ComputerID),
+                           where::Number(item.ApplicationID)),
          QStringLiteral(" LIMIT 1")},
         0);
     const bool found = !query->Eof();
     query->Close();
     return found;
+}
+
+// HasPlainCallLeaving for many groupings of one kind at once, the
+// groupings as a list of keys.
+void TQXCallLookup::PrepareGroupingTests(const std::vector<const TQXItem*>& items,
+                                         TQXDirection direction) {
+    const bool topDown = direction == TQXDirection::TopDown;
+    for (const char* column : {"QXComputerID", "QXSystemID", "QXApplicationID"}) {
+        QStringList keys;
+        for (const TQXItem* item : items) {
+            if (item == nullptr || item->FileID != 0 || item->PackageID != 0)
+                continue;
+            const QString grouping = GroupingFiles(*item, QStringLiteral("s"));
+            const Cache::GroupingKey key{topDown, item->SystemID, item->ComputerID,
+                                         item->ApplicationID};
+            if (!grouping.startsWith(QStringLiteral("s.") + QLatin1String(column)) ||
+                FCache.FGroupingAnswers.count(key) > 0)
+                continue;
+            FCache.FGroupingAnswers[key] = false;
+            const qint32 id = grouping.section(QLatin1Char(' '), -1).toInt();
+            keys << QLatin1Char('(') + where::Number(id) + QStringLiteral(", ") +
+                        where::Number(item->SystemID) + QStringLiteral(", ") +
+                        where::Number(item->ComputerID) + QStringLiteral(", ") +
+                        where::Number(item->ApplicationID) + QLatin1Char(')');
+        }
+        if (keys.isEmpty())
+            continue;
+        std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
+            nullptr,
+            {QStringLiteral("WITH k (g, sys, comp, app) AS (VALUES ") +
+             keys.join(QStringLiteral(", ")) +
+             QStringLiteral(") SELECT k.sys, k.comp, k.app FROM k WHERE EXISTS (") +
+             PlainCallsLeaving(
+                 topDown, QStringLiteral("s.") + QLatin1String(column) + QStringLiteral(" = k.g"),
+                 QStringLiteral("k.sys"), QStringLiteral("k.comp"), QStringLiteral("k.app")) +
+             QLatin1Char(')')},
+            0);
+        for (bool more = !query->Eof(); more; more = FDataAccess.NextRecord(query.get()))
+            FCache.FGroupingAnswers[{topDown, query->FieldValue(0).toInt(),
+                                     query->FieldValue(1).toInt(), query->FieldValue(2).toInt()}] =
+                true;
+        query->Close();
+    }
 }
 
 bool TQXCallLookup::MayHaveCallLeaving(const TQXItem& item, TQXDirection direction) {

@@ -68,6 +68,10 @@ public:
         std::map<std::pair<bool, qint32>, bool> FPackageAnswers;
         // The same for entries: by direction, file, object and entry.
         std::map<std::tuple<bool, qint32, qint32, qint32>, bool> FEntryAnswers;
+        // Whether a system, computer or application has a call kept for
+        // certain (false: not known): by direction and its three ids.
+        using GroupingKey = std::tuple<bool, qint32, qint32, qint32>;
+        std::map<GroupingKey, bool> FGroupingAnswers;
     };
 
     TQXCallLookup(TQXDataAccessInterface& dataAccess, TQXTableHandleSet& tables, Cache& cache,
@@ -103,6 +107,8 @@ public:
     // (which a record-by-record read would refuse).
     static QString GroupingFiles(const TQXItem& item, const QString& alias);
     static QString LeavesGrouping(const TQXItem& item, const QString& alias);
+    static QString LeavesGroupingOf(const QString& alias, const QString& systemID,
+                                    const QString& computerID, const QString& applicationID);
 
 private:
     // A starting point of the lookup; PackageID holds a package id.
@@ -120,6 +126,9 @@ private:
     bool HasPlainCallLeaving(const TQXItem& item, TQXDirection direction);
     void PreparePackageTests(const std::vector<const TQXItem*>& items, TQXDirection direction);
     void PrepareEntryTests(const std::vector<const TQXItem*>& items, TQXDirection direction);
+    void PrepareGroupingTests(const std::vector<const TQXItem*>& items, TQXDirection direction);
+    static QString PlainCallsLeaving(bool topDown, const QString& grouping, const QString& systemID,
+                                     const QString& computerID, const QString& applicationID);
     bool TopDown(const Source& s, const TQXItem& item, bool stopAtFirst, bool objectsSequential,
                  TDependencies& list);
     bool BottomUp(const Source& s, const TQXItem& item, bool stopAtFirst, TDependencies& list);
