@@ -364,16 +364,21 @@ void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>
         return;
     LocateState& state = CurrentLocateState();
     constexpr qsizetype ValuesPerStatement = 300;
-    QStringList wanted;
+    QSet<QString> wanted;
     QStringList conditions;
     auto read = [&] {
         if (conditions.isEmpty())
             return;
         // Only the first record of each key, where the order's key has a
         // minimum; otherwise every record of the keys.
+        // One key column: a list of values, which the database looks up
+        // through an index as readily as one value.
+        const QString any = keys.size() == 1
+                                ? keys.front() + QStringLiteral(" IN (") +
+                                      conditions.join(QStringLiteral(", ")) + QLatin1Char(')')
+                                : conditions.join(QStringLiteral(" OR "));
         const QString matching = QStringLiteral(" WHERE ") + SelectionCondition() +
-                                 QStringLiteral(" AND (") +
-                                 conditions.join(QStringLiteral(" OR ")) + QLatin1Char(')');
+                                 QStringLiteral(" AND (") + any + QLatin1Char(')');
         const QString where = FOrder->CheapFromStart()
                                   ? QStringLiteral(" WHERE ") + FOrder->KeyExpression() +
                                         QStringLiteral(" IN (SELECT MIN(") +
@@ -417,11 +422,15 @@ void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>
         const QString text = KeyText(values);
         if (state.prepared.contains(text) || wanted.contains(text))
             continue;
-        QStringList terms;
-        for (int i = 0; i < keys.size(); ++i)
-            terms << keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
-        conditions << QLatin1Char('(') + terms.join(QStringLiteral(" AND ")) + QLatin1Char(')');
-        wanted << text;
+        if (keys.size() == 1) {
+            conditions << SqlLiteral(values.front());
+        } else {
+            QStringList terms;
+            for (int i = 0; i < keys.size(); ++i)
+                terms << keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
+            conditions << QLatin1Char('(') + terms.join(QStringLiteral(" AND ")) + QLatin1Char(')');
+        }
+        wanted.insert(text);
         if (conditions.size() >= ValuesPerStatement)
             read();
     }

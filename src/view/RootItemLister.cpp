@@ -27,7 +27,8 @@ TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& t
                                      TQXViewOperations& view, TQXReadPath path)
     : FRecords(records), FTree(tree), FView(view), FPath(path) {}
 
-void TQXRootItemLister::ReadAhead(qx::Table source, const std::vector<LookUp>& lookUps) {
+void TQXRootItemLister::ReadAhead(qx::Table source, const std::vector<LookUp>& lookUps,
+                                  int perRoot) {
     if (FPath != TQXReadPath::SetBased)
         return;
     QStringList columns;
@@ -37,8 +38,8 @@ void TQXRootItemLister::ReadAhead(qx::Table source, const std::vector<LookUp>& l
                 columns << QLatin1String(column);
     TQXDataAccessInterface& access = FRecords.Access();
     TQXTableHandleSet& tables = FRecords.Tables();
-    const QList<QVariantList> records =
-        access.PeekKeys(tables.Table(source), columns.join(QLatin1Char(';')), 2 * FLimit + 16);
+    const QList<QVariantList> records = access.PeekKeys(
+        tables.Table(source), columns.join(QLatin1Char(';')), perRoot * FLimit + 16);
     if (records.isEmpty())
         return;
     for (const LookUp& lookUp : lookUps) {
@@ -202,6 +203,8 @@ void TQXRootItemLister::ListPackages() {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXPACKAGE, P::QXPackageID, first) || first <= 0)
         return;
+    // A package has a record per member, all naming its file.
+    ReadAhead(Table::QXPACKAGE, {{Table::QXFILE, "QXFileID", {"QXFileID"}}}, 40);
     do {
         const qint32 fileID = FRecords.Int(Table::QXPACKAGE, P::QXFileID);
         const qint32 packageID = FRecords.Int(Table::QXPACKAGE, P::QXPackageID);

@@ -42,9 +42,10 @@ private:
         std::vector<const char*> SourceColumns;
     };
     // Reads ahead the look-ups of the first records of the source's
-    // selection (twice the limit: records that are passed over need theirs
-    // too), so that each costs no statement; the set-based path only.
-    void ReadAhead(qx::Table source, const std::vector<LookUp>& lookUps);
+    // selection, `perRoot` records for each root node the limit allows
+    // (records that are passed over need theirs too), so that each costs no
+    // statement; the set-based path only.
+    void ReadAhead(qx::Table source, const std::vector<LookUp>& lookUps, int perRoot = 2);
     enum class Added { Yes, OverLimit, Stop };
     enum class Walk { Next, Done };
 
