@@ -1,9 +1,12 @@
 #include "sqlaccess/LocateIndex.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 namespace {
 const QChar KeySeparator(0x1f);
+constexpr size_t WideColumns = 4;
 
 // Integers, and texts that are an integer written plainly ("7", "-3"), so
 // that a key compares equal whichever of the two forms either side uses.
@@ -26,19 +29,18 @@ bool ToInteger(const QVariant& value, qint64& number) {
         return false;
     }
 }
-} // namespace
 
-bool LocateIndex::ToNumberKey(const QVariantList& values, NumberKey& key) {
-    if (values.size() > static_cast<qsizetype>(key.size()))
+// The key's values as integers, when there are at most four and all are.
+bool ToIntegers(const QVariantList& values, std::array<qint64, WideColumns>& numbers) {
+    if (values.size() > static_cast<qsizetype>(WideColumns))
         return false;
-    key.fill(0);
     for (qsizetype i = 0; i < values.size(); ++i)
-        if (!ToInteger(values[i], key[i]))
+        if (!ToInteger(values[i], numbers[static_cast<size_t>(i)]))
             return false;
     return true;
 }
 
-QString LocateIndex::ToTextKey(const QVariantList& values) {
+QString ToTextKey(const QVariantList& values) {
     QString key;
     for (const QVariant& value : values) {
         key += value.typeId() == QMetaType::Bool ? QString::number(value.toBool() ? 1 : 0)
@@ -48,74 +50,116 @@ QString LocateIndex::ToTextKey(const QVariantList& values) {
     return key;
 }
 
-void LocateIndex::Reserve(qsizetype records) {
-    FNumbers.reserve(static_cast<size_t>(records));
+bool Fits32(qint64 value) {
+    return value >= std::numeric_limits<qint32>::min() &&
+           value <= std::numeric_limits<qint32>::max();
 }
 
-void LocateIndex::Add(const QVariantList& keyValues, qint64 seq) {
-    NumberKey number;
-    if (ToNumberKey(keyValues, number))
-        FNumbers.push_back({number, seq});
-    else
-        FTexts.push_back({ToTextKey(keyValues), seq});
-}
-
-void LocateIndex::AddIntegers(std::span<const qint64> keyValues, qint64 seq) {
-    NumberKey number;
-    if (keyValues.size() > number.size()) {
-        Add(QVariantList(keyValues.begin(), keyValues.end()), seq);
-        return;
+// One integer, or two of 32 bits, as one number that orders as the values
+// do (sign bits flipped), so that keys read in key order need no sort.
+bool Pack(std::span<const qint64> values, quint64& packed) {
+    if (values.size() == 1) {
+        packed = static_cast<quint64>(values[0]) ^ (quint64(1) << 63);
+        return true;
     }
-    number.fill(0);
-    std::copy(keyValues.begin(), keyValues.end(), number.begin());
-    FNumbers.push_back({number, seq});
-}
-
-namespace {
-// Sorts entries by key, then position, and keeps the positions apart.
-// Entries read through an index on the key columns come sorted already.
-template <class Entry> void SortApart(std::vector<Entry>& entries, std::vector<qint64>& seqs) {
-    const auto before = [](const Entry& a, const Entry& b) {
-        return a.key < b.key || (a.key == b.key && a.seq < b.seq);
+    if (values.size() != 2 || !Fits32(values[0]) || !Fits32(values[1]))
+        return false;
+    const auto half = [](qint64 value) {
+        return static_cast<quint64>(static_cast<quint32>(value) ^ 0x8000'0000u);
     };
-    if (!std::is_sorted(entries.begin(), entries.end(), before))
-        std::sort(entries.begin(), entries.end(), before);
-    seqs.resize(entries.size());
-    for (size_t i = 0; i < entries.size(); ++i)
-        seqs[i] = entries[i].seq;
+    packed = half(values[0]) << 32 | half(values[1]);
+    return true;
 }
 
-// Compares an entry with a key either way round, for equal_range.
-struct ByKey {
-    template <class Entry, class Key>
-    bool operator()(const Entry& entry, const Key& key) const requires requires {
-        entry.key;
-    }
-    { return entry.key < key; }
-    template <class Key, class Entry>
-    bool operator()(const Key& key, const Entry& entry) const requires requires {
-        entry.key;
-    }
-    { return key < entry.key; }
-};
-
-template <class Entry, class Key>
-std::span<const qint64> Range(const std::vector<Entry>& entries, const std::vector<qint64>& seqs,
-                              const Key& key) {
-    const auto [first, last] = std::equal_range(entries.begin(), entries.end(), key, ByKey{});
-    return std::span<const qint64>(seqs).subspan(static_cast<size_t>(first - entries.begin()),
-                                                 static_cast<size_t>(last - first));
+std::array<qint64, WideColumns> Widen(std::span<const qint64> values) {
+    std::array<qint64, WideColumns> wide{};
+    std::copy(values.begin(), values.end(), wide.begin());
+    return wide;
 }
 } // namespace
 
+template <class Key> void LocateIndex::Keyed<Key>::Reserve(qsizetype records) {
+    keys.reserve(static_cast<size_t>(records));
+    seqs.reserve(static_cast<size_t>(records));
+}
+
+template <class Key> void LocateIndex::Keyed<Key>::Add(Key key, qint64 seq) {
+    keys.push_back(std::move(key));
+    seqs.push_back(seq);
+}
+
+// Sorts by key, then position. Keys read through an index on the key
+// columns come sorted already and are only checked.
+template <class Key> void LocateIndex::Keyed<Key>::Finish() {
+    bool sorted = true;
+    for (size_t i = 1; i < keys.size() && sorted; ++i)
+        sorted = !(keys[i] < keys[i - 1]) && (keys[i - 1] < keys[i] || seqs[i - 1] <= seqs[i]);
+    if (sorted)
+        return;
+    std::vector<std::pair<Key, qint64>> entries;
+    entries.reserve(keys.size());
+    for (size_t i = 0; i < keys.size(); ++i)
+        entries.emplace_back(std::move(keys[i]), seqs[i]);
+    std::sort(entries.begin(), entries.end());
+    for (size_t i = 0; i < keys.size(); ++i) {
+        keys[i] = std::move(entries[i].first);
+        seqs[i] = entries[i].second;
+    }
+}
+
+template <class Key> std::span<const qint64> LocateIndex::Keyed<Key>::Find(const Key& key) const {
+    const auto [first, last] = std::equal_range(keys.begin(), keys.end(), key);
+    return std::span<const qint64>(seqs).subspan(static_cast<size_t>(first - keys.begin()),
+                                                 static_cast<size_t>(last - first));
+}
+
+void LocateIndex::Reserve(qsizetype records, qsizetype columns) {
+    if (columns <= 2)
+        FPacked.Reserve(records);
+    else if (columns <= static_cast<qsizetype>(WideColumns))
+        FWide.Reserve(records);
+    else
+        FTexts.Reserve(records);
+}
+
+void LocateIndex::Add(const QVariantList& keyValues, qint64 seq) {
+    std::array<qint64, WideColumns> numbers;
+    if (ToIntegers(keyValues, numbers))
+        AddNumbers(std::span<const qint64>(numbers).first(static_cast<size_t>(keyValues.size())),
+                   seq);
+    else
+        FTexts.Add(ToTextKey(keyValues), seq);
+}
+
+void LocateIndex::AddIntegers(std::span<const qint64> keyValues, qint64 seq) {
+    if (keyValues.size() > WideColumns)
+        FTexts.Add(ToTextKey(QVariantList(keyValues.begin(), keyValues.end())), seq);
+    else
+        AddNumbers(keyValues, seq);
+}
+
+void LocateIndex::AddNumbers(std::span<const qint64> keyValues, qint64 seq) {
+    quint64 packed;
+    if (Pack(keyValues, packed))
+        FPacked.Add(packed, seq);
+    else
+        FWide.Add(Widen(keyValues), seq);
+}
+
 void LocateIndex::Finish() {
-    SortApart(FNumbers, FNumberSeqs);
-    SortApart(FTexts, FTextSeqs);
+    FPacked.Finish();
+    FWide.Finish();
+    FTexts.Finish();
 }
 
 std::span<const qint64> LocateIndex::Find(const QVariantList& keyValues) const {
-    NumberKey number;
-    if (ToNumberKey(keyValues, number))
-        return Range(FNumbers, FNumberSeqs, number);
-    return Range(FTexts, FTextSeqs, ToTextKey(keyValues));
+    std::array<qint64, WideColumns> numbers;
+    if (!ToIntegers(keyValues, numbers))
+        return FTexts.Find(ToTextKey(keyValues));
+    const auto values =
+        std::span<const qint64>(numbers).first(static_cast<size_t>(keyValues.size()));
+    quint64 packed;
+    if (Pack(values, packed))
+        return FPacked.Find(packed);
+    return FWide.Find(Widen(values));
 }

@@ -272,7 +272,7 @@ void SqlTable::TryIndex(LocateState& state, const QStringList& keys) {
     // Read in any order (a PostgreSQL selection sorted by ctid would be
     // sorted whole); the index keeps each key's records in record order.
     auto index = std::make_unique<LocateIndex>();
-    index->Reserve(size);
+    index->Reserve(size, keys.size());
     state.records.clear();
     SqlStatement statement(FDb, FRoundTrips);
     QVariantList values(keys.size());
@@ -304,7 +304,7 @@ void SqlTable::TryIndex(LocateState& state, const QStringList& keys) {
             });
         if (!integers) {
             index = std::make_unique<LocateIndex>();
-            index->Reserve(size);
+            index->Reserve(size, keys.size());
             statement.ForEachRow(read, [&](const QSqlQuery& query) {
                 for (int i = 0; i < keys.size(); ++i)
                     values[i] = query.value(i + 1);

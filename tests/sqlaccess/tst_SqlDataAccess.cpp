@@ -211,8 +211,18 @@ private slots:
              found = Access().LocateNextRecord(object, QStringLiteral("QXIcon"), {3}, 1))
             ids << Int("QXOBJECT", "QXObjectID");
         QCOMPARE(ids, (QList<int>{4, 11, 18}));
+        // Beyond 32 bits, a key is not taken for the one its low bits name.
+        const qint64 high = (qint64(1) << 32) + 5;
+        QVERIFY(!Access().LocateRecord(object, key, {2, high}, 1));
         if (TestRepository::CurrentBackend() != Backend::SQLite)
             return;
+        FRepo->Exec("UPDATE QXOBJECT SET QXObjectID = 4294967301 WHERE QXFileID = 3 AND "
+                    "QXObjectID = 5");
+        QVERIFY(Access().SelectRecords(object, QString()));
+        lookUp();
+        QVERIFY(Access().LocateRecord(object, key, {3, high}, 1));
+        QCOMPARE(Int("QXOBJECT", "QXIcon"), 104 % 7);
+        QVERIFY(!Access().LocateRecord(object, key, {3, 5}, 1));
         // A text in an integer column: the keys are read again, as values of their own type.
         FRepo->Exec("UPDATE QXOBJECT SET QXObjectID = 'x' WHERE QXFileID = 2 AND QXObjectID = 5");
         QVERIFY(Access().SelectRecords(object, QString()));
