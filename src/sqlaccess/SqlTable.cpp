@@ -329,6 +329,13 @@ bool SqlTable::LocateThroughIndex(const LocateState& state, const QVariantList& 
     return true;
 }
 
+QString SqlTable::KeysEqual(const QStringList& keys, const QVariantList& values) {
+    QStringList terms;
+    for (int i = 0; i < keys.size(); ++i)
+        terms << keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
+    return terms.join(QStringLiteral(" AND "));
+}
+
 QString SqlTable::KeyText(const QVariantList& values) {
     QString text;
     for (const QVariant& value : values)
@@ -369,8 +376,6 @@ void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>
     auto read = [&] {
         if (conditions.isEmpty())
             return;
-        // Only the first record of each key, where the order's key has a
-        // minimum; otherwise every record of the keys.
         // One key column: a list of values, which the database looks up
         // through an index as readily as one value.
         const QString any = keys.size() == 1
@@ -379,6 +384,8 @@ void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>
                                 : conditions.join(QStringLiteral(" OR "));
         const QString matching = QStringLiteral(" WHERE ") + SelectionCondition() +
                                  QStringLiteral(" AND (") + any + QLatin1Char(')');
+        // Only the first record of each key, where the order's key has a
+        // minimum; otherwise every record of the keys.
         const QString where = FOrder->CheapFromStart()
                                   ? QStringLiteral(" WHERE ") + FOrder->KeyExpression() +
                                         QStringLiteral(" IN (SELECT MIN(") +
@@ -422,14 +429,9 @@ void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>
         const QString text = KeyText(values);
         if (state.prepared.contains(text) || wanted.contains(text))
             continue;
-        if (keys.size() == 1) {
-            conditions << SqlLiteral(values.front());
-        } else {
-            QStringList terms;
-            for (int i = 0; i < keys.size(); ++i)
-                terms << keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
-            conditions << QLatin1Char('(') + terms.join(QStringLiteral(" AND ")) + QLatin1Char(')');
-        }
+        conditions << (keys.size() == 1
+                           ? SqlLiteral(values.front())
+                           : QLatin1Char('(') + KeysEqual(keys, values) + QLatin1Char(')'));
         wanted.insert(text);
         if (conditions.size() >= ValuesPerStatement)
             read();
@@ -439,10 +441,7 @@ void SqlTable::PrepareLocate(const QString& keyFields, const QList<QVariantList>
 
 bool SqlTable::LocateThroughDatabase(const QStringList& keys, const QVariantList& values,
                                      std::optional<qint64> after) {
-    QString condition = SelectionCondition();
-    for (int i = 0; i < keys.size(); ++i)
-        condition +=
-            QStringLiteral(" AND ") + keys[i] + QStringLiteral(" = ") + SqlLiteral(values[i]);
+    QString condition = SelectionCondition() + QStringLiteral(" AND ") + KeysEqual(keys, values);
     if (after)
         condition += QStringLiteral(" AND ") + FOrder->After(*after);
     SqlStatement statement(FDb, FRoundTrips);

@@ -82,6 +82,8 @@ private:
     const QVector<QVariant>& CurrentRow() const;
     LocateState& CurrentLocateState();
     const QStringList& KeysOf(const QString& keyFields);
+    // "K1 = v1 AND K2 = v2", the values as literals.
+    static QString KeysEqual(const QStringList& keys, const QVariantList& values);
     // The key values as one text, the same for equal values of any type.
     static QString KeyText(const QVariantList& values);
     bool LocateThroughDatabase(const QStringList& keys, const QVariantList& values,

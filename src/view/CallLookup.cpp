@@ -137,14 +137,22 @@ bool TQXCallLookup::SourceList(const TQXItem& item, std::vector<Source>& sources
 // the other end exists and each of its records shares the item's system,
 // computer or application (what SameGrouping leaves out, whichever of a
 // file's records it reads). True may still find nothing kept.
-QString TQXCallLookup::GroupingFiles(const TQXItem& item, const QString& alias) {
+std::optional<std::pair<const char*, qint32>> TQXCallLookup::GroupingColumn(const TQXItem& item) {
     if (item.ComputerID > 0)
-        return alias + QStringLiteral(".QXComputerID = ") + where::Number(item.ComputerID);
+        return std::pair{"QXComputerID", item.ComputerID};
     if (item.SystemID > 0)
-        return alias + QStringLiteral(".QXSystemID = ") + where::Number(item.SystemID);
+        return std::pair{"QXSystemID", item.SystemID};
     if (item.ApplicationID > 0)
-        return alias + QStringLiteral(".QXApplicationID = ") + where::Number(item.ApplicationID);
-    return QString();
+        return std::pair{"QXApplicationID", item.ApplicationID};
+    return std::nullopt;
+}
+
+QString TQXCallLookup::GroupingFiles(const TQXItem& item, const QString& alias) {
+    const auto column = GroupingColumn(item);
+    if (!column)
+        return QString();
+    return alias + QLatin1Char('.') + QLatin1String(column->first) + QStringLiteral(" = ") +
+           where::Number(column->second);
 }
 
 QString TQXCallLookup::LeavesGrouping(const TQXItem& item, const QString& alias) {
@@ -170,6 +178,13 @@ namespace {
 bool IsObjectItem(const TQXItem& item) {
     return item.FileID > 0 && item.ObjectID > 0 && item.PackageID == 0 && item.EntryID == 0 &&
            item.RowID == 0 && item.WordID == 0;
+}
+// One row of a VALUES list of keys: "(1, 2, 3)".
+QString ValuesRow(std::initializer_list<qint32> values) {
+    QStringList numbers;
+    for (qint32 value : values)
+        numbers << where::Number(value);
+    return QLatin1Char('(') + numbers.join(QStringLiteral(", ")) + QLatin1Char(')');
 }
 // An item that stands for an entry.
 bool IsEntryItem(const TQXItem& item) {
@@ -208,8 +223,7 @@ void TQXCallLookup::PrepareObjectTests(const std::vector<const TQXItem*>& items,
         // an OR of key pairs lets the planner scan the whole table instead.
         QStringList keys;
         for (const auto& [fileID, objectID] : objects.mid(i, ObjectsPerStatement)) {
-            keys << QLatin1Char('(') + where::Number(fileID) + QStringLiteral(", ") +
-                        where::Number(objectID) + QLatin1Char(')');
+            keys << ValuesRow({fileID, objectID});
             FCache.FObjectAnswers[{topDown, sequential, fileID, objectID}] = false;
         }
         std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
@@ -336,9 +350,7 @@ void TQXCallLookup::PrepareEntryTests(const std::vector<const TQXItem*>& items,
     for (qsizetype i = 0; i < entries.size(); i += EntriesPerStatement) {
         QStringList keys;
         for (const auto& [fileID, objectID, entryID] : entries.mid(i, EntriesPerStatement))
-            keys << QLatin1Char('(') + where::Number(fileID) + QStringLiteral(", ") +
-                        where::Number(objectID) + QStringLiteral(", ") + where::Number(entryID) +
-                        QLatin1Char(')');
+            keys << ValuesRow({fileID, objectID, entryID});
         std::unique_ptr<TQXDataSet> query = FDataAccess.OpenQuery(
             nullptr,
             {QStringLiteral("WITH k (f, o, e) AS (VALUES ") + keys.join(QStringLiteral(", ")) +
@@ -401,10 +413,6 @@ bool TQXCallLookup::HasDependencies(const TQXItem& item, TQXDirection direction,
     return GetDependencies(item, direction, true, objectsSequential, list);
 }
 
-// True when a call of the grouping's files is kept for certain: the file at
-// its other end is missing, or it has one record, with whole ids, that
-// shares none of the item's system, computer and application. False says
-// only that no such call was found.
 // The calls of the grouping's files (alias s) that are kept for certain:
 // the file at the other end is missing, or it has one record, with whole
 // ids, outside the grouping given by the three expressions.
@@ -424,6 +432,10 @@ QString TQXCallLookup::PlainCallsLeaving(bool topDown, const QString& grouping,
            QStringLiteral(")))");
 }
 
+// True when a call of the grouping's files is kept for certain: the file at
+// its other end is missing, or it has one record, with whole ids, that
+// shares none of the item's system, computer and application. False says
+// only that no such call was found.
 bool TQXCallLookup::HasPlainCallLeaving(const TQXItem& item, TQXDirection direction) {
     const QString grouping = GroupingFiles(item, QStringLiteral("s"));
     if (grouping.isEmpty())
@@ -450,18 +462,15 @@ void TQXCallLookup::PrepareGroupingTests(const std::vector<const TQXItem*>& item
         for (const TQXItem* item : items) {
             if (item == nullptr || item->FileID != 0 || item->PackageID != 0)
                 continue;
-            const QString grouping = GroupingFiles(*item, QStringLiteral("s"));
+            const auto grouping = GroupingColumn(*item);
             const Cache::GroupingKey key{topDown, item->SystemID, item->ComputerID,
                                          item->ApplicationID};
-            if (!grouping.startsWith(QStringLiteral("s.") + QLatin1String(column)) ||
+            if (!grouping || qstrcmp(grouping->first, column) != 0 ||
                 FCache.FGroupingAnswers.count(key) > 0)
                 continue;
             FCache.FGroupingAnswers[key] = false;
-            const qint32 id = grouping.section(QLatin1Char(' '), -1).toInt();
-            keys << QLatin1Char('(') + where::Number(id) + QStringLiteral(", ") +
-                        where::Number(item->SystemID) + QStringLiteral(", ") +
-                        where::Number(item->ComputerID) + QStringLiteral(", ") +
-                        where::Number(item->ApplicationID) + QLatin1Char(')');
+            keys << ValuesRow(
+                {grouping->second, item->SystemID, item->ComputerID, item->ApplicationID});
         }
         if (keys.isEmpty())
             continue;

@@ -106,6 +106,8 @@ public:
     // file record that shares none of the item's three ids, or that lacks one
     // (which a record-by-record read would refuse).
     static QString GroupingFiles(const TQXItem& item, const QString& alias);
+    // The QXFILE column and id GroupingFiles tests; none for another item.
+    static std::optional<std::pair<const char*, qint32>> GroupingColumn(const TQXItem& item);
     static QString LeavesGrouping(const TQXItem& item, const QString& alias);
     static QString LeavesGroupingOf(const QString& alias, const QString& systemID,
                                     const QString& computerID, const QString& applicationID);

@@ -6,6 +6,7 @@
 #include "repository/ImageIndexes.h"
 #include "repository/TreeItems.h"
 #include "repository/WhereText.h"
+#include "view/RootVariable.h"
 #include "view/ViewOperations.h"
 
 #include <memory>
@@ -106,9 +107,7 @@ void TQXDataFlowExpander::AddFlows(TQXTreeNode* node) {
         const int picture =
             FTopDown ? (persistent ? image::ImagePersistentFlowTarget : image::ImageFlowTarget)
                      : (persistent ? image::ImagePersistentFlowSource : image::ImageFlowSource);
-        FContext.Tree.AddChild(node,
-                               QLatin1Char(' ') + v.VariableName + QStringLiteral(" as ") + v.Text +
-                                   QStringLiteral(" [") + v.ParentName + QLatin1Char(']'),
+        FContext.Tree.AddChild(node, VariableText(v.VariableName, v.Text, v.ParentName),
                                FromFlow(v), picture);
         if (!FTopDown)
             node->SetImageIndex(node->ImageIndex() == image::ImagePersistentVariable

@@ -1,9 +1,9 @@
 #include "view/DistributionNodes.h"
 
-#include <memory>
-
 #include "repository/SchemaNames.h"
 #include "repository/WhereText.h"
+
+#include <memory>
 
 QString ObjectNodeText(TQXRecordReader& records) {
     return records.Text(qx::Table::QXOBJECT, qx::QXOBJECT::QXObjectName) + QStringLiteral(" [") +

@@ -21,6 +21,12 @@ namespace R = qx::QXROW;
 namespace W = qx::QXWORD;
 namespace P = qx::QXPACKAGE;
 namespace A = qx::QXATTRIBUTE;
+
+// The key columns of the look-ups of files, objects and entries; a
+// read-ahead serves a look-up only by the same text.
+constexpr const char* FileKey = "QXFileID";
+constexpr const char* ObjectKey = "QXFileID;QXObjectID";
+constexpr const char* EntryKey = "QXFileID;QXObjectID;QXEntryID";
 } // namespace
 
 TQXRootItemLister::TQXRootItemLister(TQXRecordReader& records, TQXTreeControl& tree,
@@ -122,17 +128,15 @@ TQXRootItemLister::Walk TQXRootItemLister::AfterAdd(Added added) {
 }
 
 bool TQXRootItemLister::LocateFile(qint32 fileID) {
-    return FRecords.Locate(Table::QXFILE, QStringLiteral("QXFileID"), {fileID});
+    return FRecords.Locate(Table::QXFILE, QLatin1String(FileKey), {fileID});
 }
 
 bool TQXRootItemLister::LocateObject(qint32 fileID, qint32 objectID) {
-    return FRecords.Locate(Table::QXOBJECT, QStringLiteral("QXFileID;QXObjectID"),
-                           {fileID, objectID});
+    return FRecords.Locate(Table::QXOBJECT, QLatin1String(ObjectKey), {fileID, objectID});
 }
 
 bool TQXRootItemLister::LocateEntry(qint32 fileID, qint32 objectID, qint32 entryID, QString& name) {
-    if (!FRecords.Locate(Table::QXENTRY, QStringLiteral("QXFileID;QXObjectID;QXEntryID"),
-                         {fileID, objectID, entryID}))
+    if (!FRecords.Locate(Table::QXENTRY, QLatin1String(EntryKey), {fileID, objectID, entryID}))
         return false;
     name = FRecords.Text(Table::QXENTRY, E::QXEntryName);
     return true;
@@ -204,7 +208,7 @@ void TQXRootItemLister::ListPackages() {
     if (!FRecords.TryInt(Table::QXPACKAGE, P::QXPackageID, first) || first <= 0)
         return;
     // A package has a record per member, all naming its file.
-    ReadAhead(Table::QXPACKAGE, {{Table::QXFILE, "QXFileID", {"QXFileID"}}}, 40);
+    ReadAhead(Table::QXPACKAGE, {{Table::QXFILE, FileKey, {"QXFileID"}}}, 40);
     do {
         const qint32 fileID = FRecords.Int(Table::QXPACKAGE, P::QXFileID);
         const qint32 packageID = FRecords.Int(Table::QXPACKAGE, P::QXPackageID);
@@ -224,9 +228,8 @@ bool TQXRootItemLister::WalkPackageMembers(const std::function<Walk()>& visit) {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXPACKAGE, P::QXPackageID, first) || first <= 0)
         return true;
-    ReadAhead(Table::QXPACKAGE,
-              {{Table::QXFILE, "QXFileID", {"QXObjectFileID"}},
-               {Table::QXOBJECT, "QXFileID;QXObjectID", {"QXObjectFileID", "QXObjectID"}}});
+    ReadAhead(Table::QXPACKAGE, {{Table::QXFILE, FileKey, {"QXObjectFileID"}},
+                                 {Table::QXOBJECT, ObjectKey, {"QXObjectFileID", "QXObjectID"}}});
     do {
         const qint32 fileID = FRecords.Int(Table::QXPACKAGE, P::QXObjectFileID);
         const qint32 objectID = FRecords.Int(Table::QXPACKAGE, P::QXObjectID);
@@ -243,7 +246,7 @@ bool TQXRootItemLister::WalkObjects(const std::function<Walk()>& visit) {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXOBJECT, O::QXObjectID, first) || first <= 0)
         return true;
-    ReadAhead(Table::QXOBJECT, {{Table::QXFILE, "QXFileID", {"QXFileID"}}});
+    ReadAhead(Table::QXOBJECT, {{Table::QXFILE, FileKey, {"QXFileID"}}});
     do {
         if (!LocateFile(FRecords.Int(Table::QXOBJECT, O::QXFileID)))
             continue;
@@ -329,9 +332,8 @@ void TQXRootItemLister::ListEntries() {
     qint32 first = 0;
     if (!FRecords.TryInt(Table::QXENTRY, E::QXFileID, first))
         return;
-    ReadAhead(Table::QXENTRY,
-              {{Table::QXFILE, "QXFileID", {"QXFileID"}},
-               {Table::QXOBJECT, "QXFileID;QXObjectID", {"QXFileID", "QXObjectID"}}});
+    ReadAhead(Table::QXENTRY, {{Table::QXFILE, FileKey, {"QXFileID"}},
+                               {Table::QXOBJECT, ObjectKey, {"QXFileID", "QXObjectID"}}});
     do {
         const qint32 fileID = FRecords.Int(Table::QXENTRY, E::QXFileID);
         const qint32 objectID = FRecords.Int(Table::QXENTRY, E::QXObjectID);
@@ -386,10 +388,8 @@ void TQXRootItemLister::ListRows() {
         WalkEntryObjects(rowsOfObject);
     else if (FRecords.Select(Table::QXROW, FRootFilter.RowCondition)) {
         ReadAhead(Table::QXROW,
-                  {{Table::QXOBJECT, "QXFileID;QXObjectID", {"QXFileID", "QXObjectID"}},
-                   {Table::QXENTRY,
-                    "QXFileID;QXObjectID;QXEntryID",
-                    {"QXFileID", "QXObjectID", "QXEntryID"}}});
+                  {{Table::QXOBJECT, ObjectKey, {"QXFileID", "QXObjectID"}},
+                   {Table::QXENTRY, EntryKey, {"QXFileID", "QXObjectID", "QXEntryID"}}});
         do {
             const bool located = LocateObject(FRecords.Int(Table::QXROW, R::QXFileID),
                                               FRecords.Int(Table::QXROW, R::QXObjectID));
@@ -447,11 +447,9 @@ void TQXRootItemLister::ListWords() {
                                                 where::Number(qx::code::WordVariableDeclaration) +
                                                 where::AndSub(FRootFilter.WordCondition))) {
         ReadAhead(Table::QXWORD,
-                  {{Table::QXFILE, "QXFileID", {"QXFileID"}},
-                   {Table::QXOBJECT, "QXFileID;QXObjectID", {"QXFileID", "QXObjectID"}},
-                   {Table::QXENTRY,
-                    "QXFileID;QXObjectID;QXEntryID",
-                    {"QXFileID", "QXObjectID", "QXEntryID"}}});
+                  {{Table::QXFILE, FileKey, {"QXFileID"}},
+                   {Table::QXOBJECT, ObjectKey, {"QXFileID", "QXObjectID"}},
+                   {Table::QXENTRY, EntryKey, {"QXFileID", "QXObjectID", "QXEntryID"}}});
         do
             if (addWord() == Walk::Done)
                 return;

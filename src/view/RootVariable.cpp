@@ -11,15 +11,16 @@ namespace W = qx::QXWORD;
 namespace D = qx::QXDEPENDENCIES;
 } // namespace
 
+QString VariableText(const QString& name, const QString& type, const QString& parent) {
+    return QLatin1Char(' ') + name + QStringLiteral(" as ") + type + QStringLiteral(" [") + parent +
+           QLatin1Char(']');
+}
+
 TQXRootVariableFinder::TQXRootVariableFinder(TQXRecordReader& records) : FRecords(records) {}
 
 std::optional<TQXRootVariable> TQXRootVariableFinder::OfNode(const TQXTreeNode& node) {
     if (const auto* data = node.ItemAs<TQXDataItem>()) {
-        if (!FRecords.Select(Table::QXWORD, where::Keys({{"QXFileID", data->FileID},
-                                                         {"QXObjectID", data->ObjectID},
-                                                         {"QXEntryID", data->EntryID},
-                                                         {"QXRowID", data->RowID},
-                                                         {"QXWordID", data->WordID}})))
+        if (!SelectWord(data->FileID, data->ObjectID, data->EntryID, data->RowID, data->WordID))
             return std::nullopt; // a variable whose declaration is not loaded
         TQXRootVariable variable = FromCurrentWord();
         variable.Item = std::make_shared<const TQXDataItem>(*data); // its scope kept
@@ -28,11 +29,7 @@ std::optional<TQXRootVariable> TQXRootVariableFinder::OfNode(const TQXTreeNode& 
     const auto* word = node.ItemAs<TQXItem>();
     if (word == nullptr || word->WordID <= 0)
         return std::nullopt;
-    if (!FRecords.Select(Table::QXWORD, where::Keys({{"QXFileID", word->FileID},
-                                                     {"QXObjectID", word->ObjectID},
-                                                     {"QXEntryID", word->EntryID},
-                                                     {"QXRowID", word->RowID},
-                                                     {"QXWordID", word->WordID}})) ||
+    if (!SelectWord(word->FileID, word->ObjectID, word->EntryID, word->RowID, word->WordID) ||
         FRecords.Int(Table::QXWORD, W::QXWordType) != qx::code::WordVariableDeclaration)
         return std::nullopt;
     return FromCurrentWord();
@@ -77,6 +74,15 @@ bool TQXRootVariableFinder::SelectDeclaration(qint32 fileID, qint32 objectID, co
                                where::AndText("QXWord", name));
 }
 
+bool TQXRootVariableFinder::SelectWord(qint32 fileID, qint32 objectID, qint32 entryID, qint32 rowID,
+                                       qint32 wordID) {
+    return FRecords.Select(Table::QXWORD, where::Keys({{"QXFileID", fileID},
+                                                       {"QXObjectID", objectID},
+                                                       {"QXEntryID", entryID},
+                                                       {"QXRowID", rowID},
+                                                       {"QXWordID", wordID}}));
+}
+
 TQXRootVariable TQXRootVariableFinder::FromCurrentWord() {
     const qint32 fileID = FRecords.Int(Table::QXWORD, W::QXFileID);
     const qint32 objectID = FRecords.Int(Table::QXWORD, W::QXObjectID);
@@ -97,7 +103,6 @@ TQXRootVariable TQXRootVariableFinder::FromCurrentWord() {
     return TQXRootVariable{
         std::make_shared<const TQXDataItem>(name, declaringObject, fileID, objectID, 0, fileID,
                                             objectID, entryID, rowID, wordID, languageID),
-        QLatin1Char(' ') + name + QStringLiteral(" as ") + type + QStringLiteral(" [") +
-            declaringObject + QLatin1Char(']'),
+        VariableText(name, type, declaringObject),
         image::IsPersistentStorage(icon) ? image::ImagePersistentVariable : image::ImageVariable};
 }

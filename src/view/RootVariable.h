@@ -17,6 +17,9 @@ struct TQXRootVariable {
     int Image = 0;
 };
 
+// The text of a variable node: " NAME as TYPE [PARENT]".
+QString VariableText(const QString& name, const QString& type, const QString& parent);
+
 // Finds the variable a node or a name stands for, reading the declaration
 // from the repository.
 class TQXRootVariableFinder {
@@ -38,6 +41,8 @@ private:
     // The variable of the current QXWORD record, a declaration.
     TQXRootVariable FromCurrentWord();
     bool SelectDeclaration(qint32 fileID, qint32 objectID, const QString& name);
+    // Selects the word at this position.
+    bool SelectWord(qint32 fileID, qint32 objectID, qint32 entryID, qint32 rowID, qint32 wordID);
 
     TQXRecordReader& FRecords;
 };
