@@ -131,11 +131,9 @@ TQXTreeNode* TQXTreeControl::InsertChildAfter(TQXTreeNode* parent, const TQXTree
                                               const QString& text,
                                               std::unique_ptr<TQXTreeItem> item, int imageIndex) {
     QTreeWidgetItem* container = Container(parent);
-    auto node = std::make_unique<TQXTreeNode>(text, std::move(item), imageIndex);
     const int index = after ? container->indexOfChild(const_cast<TQXTreeNode*>(after)->AsItem())
                             : container->childCount() - 1;
-    container->insertChild(index + 1, node->AsItem());
-    return node.release(); // owned by its parent now
+    return InsertChild(parent, index + 1, text, std::move(item), imageIndex);
 }
 
 TQXTreeNode* TQXTreeControl::InsertChild(TQXTreeNode* parent, int index, const QString& text,
