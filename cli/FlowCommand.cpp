@@ -13,6 +13,9 @@
 #include <QRadioButton>
 #include <QTextStream>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 struct TFlowArguments {
@@ -21,34 +24,29 @@ struct TFlowArguments {
     QStringList Rest; // for the tree's own options
 };
 
-// Takes --object and --variable out (as "--name VALUE" or "--name=VALUE");
-// the rest are the options "tree" reads.
+// Takes --object and --variable out ("--name VALUE", "--name=VALUE", or
+// with one dash); the rest are the options "tree" reads.
 TFlowArguments Split(const QStringList& arguments) {
     TFlowArguments split;
+    const std::pair<QString, QString*> named[] = {{QStringLiteral("object"), &split.Object},
+                                                  {QStringLiteral("variable"), &split.Variable}};
     for (qsizetype i = 0; i < arguments.size(); ++i) {
-        QString argument = arguments.at(i);
-        QString* target = nullptr;
-        for (auto [name, value] : {std::pair{QStringLiteral("object"), &split.Object},
-                                   std::pair{QStringLiteral("variable"), &split.Variable}}) {
-            for (const QString& dashes : {QStringLiteral("--"), QStringLiteral("-")}) {
-                if (argument == dashes + name) {
-                    if (i + 1 >= arguments.size())
-                        throw EQXUsageError(QStringLiteral("--") + name +
-                                            QStringLiteral(" needs a value"));
-                    *value = arguments.at(++i);
-                    target = value;
-                } else if (argument.startsWith(dashes + name + QLatin1Char('='))) {
-                    *value = argument.mid(dashes.size() + name.size() + 1);
-                    target = value;
-                }
-                if (target)
-                    break;
-            }
-            if (target)
-                break;
-        }
-        if (!target)
+        const QString& argument = arguments.at(i);
+        const QString option = argument.startsWith(QLatin1String("--")) ? argument.mid(2)
+                               : argument.startsWith(QLatin1Char('-'))  ? argument.mid(1)
+                                                                        : QString();
+        const QString name = option.section(QLatin1Char('='), 0, 0);
+        const auto* found = std::find_if(std::begin(named), std::end(named),
+                                         [&](const auto& pair) { return pair.first == name; });
+        if (option.isEmpty() || found == std::end(named)) {
             split.Rest << argument;
+        } else if (option.contains(QLatin1Char('='))) {
+            *found->second = option.section(QLatin1Char('='), 1);
+        } else if (i + 1 < arguments.size()) {
+            *found->second = arguments.at(++i);
+        } else {
+            throw EQXUsageError(QStringLiteral("--") + name + QStringLiteral(" needs a value"));
+        }
     }
     return split;
 }
